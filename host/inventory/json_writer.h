@@ -1,0 +1,47 @@
+// RapidJSON's writer with this host's rule for texts.
+#pragma once
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <string>
+#include <string_view>
+
+namespace embedded_host::inventory
+{
+
+/// Writes JSON without blanks. Texts may be any bytes: ill-formed UTF-8 is replaced, and what a terminal would obey is
+/// written as an escape, so a document may be looked at anywhere.
+class JsonWriter
+{
+public:
+    void beginObject() { writer_.StartObject(); }
+    void endObject() { writer_.EndObject(); }
+    void beginArray() { writer_.StartArray(); }
+    void endArray() { writer_.EndArray(); }
+
+    void key(std::string_view name) { text(name); }
+    void text(std::string_view value);
+    void number(double value);
+    void number(std::uint64_t value) { writer_.Uint64(value); }
+    void number(int value) { writer_.Int(value); }
+    void flag(bool value) { writer_.Bool(value); }
+    void null() { writer_.Null(); }
+
+    /// What was written so far.
+    std::string_view written() const { return {buffer_.GetString(), buffer_.GetSize()}; }
+
+    /// Starts a new document; the memory is kept.
+    void clear()
+    {
+        buffer_.Clear();
+        writer_.Reset(buffer_);
+    }
+
+private:
+    rapidjson::StringBuffer buffer_;
+    rapidjson::Writer<rapidjson::StringBuffer> writer_{buffer_};
+    std::string quoted_;
+};
+
+} // namespace embedded_host::inventory

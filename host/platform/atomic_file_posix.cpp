@@ -1,0 +1,84 @@
+// AtomicFile on POSIX systems.
+#include "files.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace embedded_host::platform
+{
+
+namespace
+{
+
+[[noreturn]] void fail(const std::filesystem::path& path)
+{
+    throw std::system_error(errno, std::generic_category(), path.string());
+}
+
+std::filesystem::path folderOf(const std::filesystem::path& path)
+{
+    return path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
+}
+
+/// The mode that any other program's new files get.
+mode_t usualMode()
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666 & ~mask;
+}
+
+} // namespace
+
+AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : target_(std::move(target))
+{
+    // mkstemp makes a new file that only its owner can read, under a name that nobody can foresee.
+    std::string name = target_.string() + ".XXXXXX";
+    descriptor_ = mkstemp(name.data());
+    if (descriptor_ < 0)
+        fail(target_);
+    temporary_ = name;
+    if (readers == Readers::Usual && fchmod(descriptor_, usualMode()) != 0)
+        fail(target_);
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (descriptor_ >= 0)
+        close(descriptor_);
+    if (!temporary_.empty())
+        unlink(temporary_.c_str());
+}
+
+void AtomicFile::write(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const auto written = ::write(descriptor_, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            fail(target_);
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+void AtomicFile::commit()
+{
+    if (fsync(descriptor_) != 0)
+        fail(target_);
+    const int descriptor = std::exchange(descriptor_, -1);
+    if (close(descriptor) != 0 || rename(temporary_.c_str(), target_.c_str()) != 0)
+        fail(target_);
+    temporary_.clear();
+
+    // The new name must survive a power cut too; a folder that cannot be synced still holds the whole file.
+    if (const int folder = open(folderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); folder >= 0) {
+        fsync(folder);
+        close(folder);
+    }
+}
+
+} // namespace embedded_host::platform

@@ -1,0 +1,58 @@
+// Files as this host needs them: read whole, or written so that they appear whole or not at all.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace embedded_host::platform
+{
+
+using Bytes = std::vector<unsigned char>;
+
+/// The path that a UTF-8 text names, whatever the system's code page.
+inline std::filesystem::path pathFromUtf8(std::string_view text) { return std::u8string(text.begin(), text.end()); }
+
+/// The UTF-8 text of a path.
+inline std::string utf8FromPath(const std::filesystem::path& path)
+{
+    const auto text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+/// The content of a regular file. Throws std::system_error; a file of more than `limit` bytes is file_too_large, a
+/// device, pipe or folder is not read at all.
+Bytes readFile(const std::filesystem::path& path, std::size_t limit);
+
+/// Who may read a file that is being written.
+enum class Readers { Owner, Usual };
+
+/// A file that appears under its name when it is committed, complete and flushed to the disk, or not at all. It is
+/// written beside its target and renamed, so a symbolic link at the target is replaced, never followed.
+class AtomicFile
+{
+public:
+    /// Throws std::system_error when the file cannot be made.
+    AtomicFile(std::filesystem::path target, Readers readers);
+    /// Removes what was written, unless it was committed.
+    ~AtomicFile();
+    AtomicFile(const AtomicFile&) = delete;
+    AtomicFile& operator=(const AtomicFile&) = delete;
+
+    /// Throws std::system_error.
+    void write(std::string_view bytes);
+    void write(const Bytes& bytes) { write({reinterpret_cast<const char*>(bytes.data()), bytes.size()}); }
+
+    /// Makes the file appear. Throws std::system_error.
+    void commit();
+
+private:
+    std::filesystem::path target_;
+    std::filesystem::path temporary_;
+    int descriptor_ = -1;
+};
+
+} // namespace embedded_host::platform

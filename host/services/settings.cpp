@@ -1,0 +1,125 @@
+// Settings: an INI file, read with Boost.PropertyTree, under what the command line says.
+#include "settings.h"
+
+#include "logging.h"
+#include "lum.h"
+#include "module_name.h"
+#include "platform/files.h"
+#include "platform/folders.h"
+
+#include <boost/property_tree/ini_parser.hpp>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <sstream>
+
+namespace embedded_host::services
+{
+
+namespace
+{
+
+constexpr std::size_t kLargestSettingsFile = 1024 * 1024;
+/// The module asks for its settings under their names with this ending.
+constexpr const char* kKeyEnding = ".value";
+
+struct Setting
+{
+    std::string value;
+    bool asked = false;
+};
+
+struct Settings
+{
+    std::map<std::string, Setting> given;                            ///< by key, for whatever section
+    std::map<std::pair<std::string, std::string>, Setting> fromFile; ///< by section and key
+};
+
+Settings& settings()
+{
+    static Settings current;
+    return current;
+}
+
+/// The file to read: the one named, else the first that exists in the configuration folders.
+std::optional<std::filesystem::path> settingsFile(const SettingsSource& source)
+{
+    if (source.file)
+        return source.file;
+    const std::string fileName = kModuleName + std::string(".ini");
+    for (const auto& folder : platform::configurationFolders()) {
+        std::error_code ignored;
+        if (std::filesystem::exists(folder / fileName, ignored))
+            return folder / fileName;
+    }
+    return std::nullopt;
+}
+
+void readFileInto(Settings& into, const std::filesystem::path& path)
+{
+    const std::string name = platform::utf8FromPath(path);
+    try {
+        const auto bytes = platform::readFile(path, kLargestSettingsFile);
+        std::string text(bytes.begin(), bytes.end());
+        if (text.starts_with("\xEF\xBB\xBF"))
+            text.erase(0, 3);
+        std::istringstream stream(text);
+        boost::property_tree::ptree tree;
+        boost::property_tree::read_ini(stream, tree);
+        for (const auto& [section, keys] : tree)
+            for (const auto& [key, value] : keys)
+                into.fromFile[{section, key}].value = value.data();
+    } catch (const boost::property_tree::ini_parser_error& error) {
+        throw std::runtime_error("settings file " + name + ", line " + std::to_string(error.line()) + ": " +
+                                 error.message());
+    } catch (const std::system_error& error) {
+        throw std::runtime_error("settings file " + name + ": " + error.code().message());
+    }
+}
+
+} // namespace
+
+void readSettings(const SettingsSource& source)
+{
+    Settings fresh;
+    for (const auto& [name, value] : source.given)
+        fresh.given[name + kKeyEnding].value = value;
+    if (const auto file = settingsFile(source))
+        readFileInto(fresh, *file);
+    settings() = std::move(fresh);
+}
+
+void reportUnusedSettings()
+{
+    for (const auto& [key, setting] : settings().given)
+        if (!setting.asked)
+            log(3, "settings", "the setting " + key.substr(0, key.size() - 6) + " is not known and has no effect");
+    for (const auto& [place, setting] : settings().fromFile)
+        if (!setting.asked)
+            log(3, "settings",
+                "the settings file's [" + place.first + "] " + place.second + " is not known and has no effect");
+}
+
+} // namespace embedded_host::services
+
+namespace lum
+{
+
+bool Resource::getSetting(const char* section, const char* key, String& out, const LumLocale& /*locale*/)
+{
+    auto& settings = embedded_host::services::settings();
+    const auto given = settings.given.find(key);
+    const auto fromFile = settings.fromFile.find({section, key});
+    if (fromFile != settings.fromFile.end()) {
+        fromFile->second.asked = true;
+        out = String(fromFile->second.value);
+    }
+    if (given != settings.given.end()) {
+        given->second.asked = true;
+        out = String(given->second.value);
+    }
+    return given != settings.given.end() || fromFile != settings.fromFile.end();
+}
+
+} // namespace lum

@@ -1,0 +1,110 @@
+// Decoding UTF-8 the way Unicode recommends it for ill-formed input: one replacement for each maximal subpart.
+#include "utf8.h"
+
+#include <array>
+#include <cstdio>
+
+namespace embedded_host::services
+{
+
+namespace
+{
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+/// What the first byte of a sequence says of the bytes that follow it (Unicode, table 3-7).
+struct Lead
+{
+    unsigned length;            ///< of the whole sequence; 0 for a byte that starts none
+    unsigned char lowestSecond; ///< the second byte's range is narrower for some first bytes
+    unsigned char highestSecond;
+};
+
+Lead leadOf(unsigned char first)
+{
+    if (first < 0x80)
+        return {1, 0, 0};
+    if (first < 0xC2 || first > 0xF4)
+        return {0, 0, 0};
+    if (first < 0xE0)
+        return {2, 0x80, 0xBF};
+    if (first < 0xF0)
+        return {3, static_cast<unsigned char>(first == 0xE0 ? 0xA0 : 0x80),
+                static_cast<unsigned char>(first == 0xED ? 0x9F : 0xBF)};
+    return {4, static_cast<unsigned char>(first == 0xF0 ? 0x90 : 0x80),
+            static_cast<unsigned char>(first == 0xF4 ? 0x8F : 0xBF)};
+}
+
+} // namespace
+
+Character takeCharacter(std::string_view& text)
+{
+    const auto take = [&](std::size_t count, char32_t code) {
+        const Character character{code, text.substr(0, count)};
+        text.remove_prefix(count);
+        return character;
+    };
+
+    const auto first = static_cast<unsigned char>(text.front());
+    const Lead lead = leadOf(first);
+    if (lead.length == 0)
+        return take(1, kReplacement);
+    if (lead.length == 1)
+        return take(1, first);
+
+    char32_t code = first & (0x7Fu >> lead.length);
+    for (std::size_t i = 1; i < lead.length; ++i) {
+        const unsigned next = i < text.size() ? static_cast<unsigned char>(text[i]) : 0u;
+        const bool fits = i == 1 ? next >= lead.lowestSecond && next <= lead.highestSecond : (next & 0xC0) == 0x80;
+        if (!fits)
+            return take(i, kReplacement);
+        code = code << 6 | (next & 0x3Fu);
+    }
+    return take(lead.length, code);
+}
+
+bool isObeyed(char32_t code)
+{
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x061C || code == 0x200E || code == 0x200F ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+void appendUtf8(std::string& out, char32_t code)
+{
+    const auto add = [&](char32_t byte) { out += static_cast<char>(byte); };
+    const auto follow = [&](unsigned shift) { add(0x80 | (code >> shift & 0x3F)); };
+    if (code < 0x80) {
+        add(code);
+    } else if (code < 0x800) {
+        add(0xC0 | code >> 6);
+        follow(0);
+    } else if (code < 0x10000) {
+        add(0xE0 | code >> 12);
+        follow(6);
+        follow(0);
+    } else {
+        add(0xF0 | code >> 18);
+        follow(12);
+        follow(6);
+        follow(0);
+    }
+}
+
+void appendPrintable(std::string& out, std::string_view text)
+{
+    while (!text.empty()) {
+        const auto character = takeCharacter(text);
+        if (character.code == '\n') {
+            out += "\\n";
+        } else if (isObeyed(character.code)) {
+            std::array<char, 8> escape{};
+            std::snprintf(escape.data(), escape.size(), character.code < 0x100 ? "\\x%02X" : "\\u%04X",
+                          static_cast<unsigned>(character.code));
+            out += escape.data();
+        } else {
+            appendUtf8(out, character.code);
+        }
+    }
+}
+
+} // namespace embedded_host::services

@@ -1,0 +1,31 @@
+// Texts that are safe to print: valid UTF-8, and nothing in them that a terminal would obey.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace embedded_host::services
+{
+
+/// One character, and the bytes it was read from.
+struct Character
+{
+    char32_t code; ///< U+FFFD for a maximal ill-formed part
+    std::string_view bytes;
+};
+
+/// Takes the first character off a text that is not empty.
+Character takeCharacter(std::string_view& text);
+
+/// Whether a terminal would act on the character instead of showing it: controls, separators, and the marks that
+/// change the direction of the text around them.
+bool isObeyed(char32_t code);
+
+/// Appends the character as UTF-8.
+void appendUtf8(std::string& out, char32_t code);
+
+/// Appends the text as it may be shown to a person: ill-formed parts become U+FFFD, what a terminal would obey is
+/// written as an escape (\n, \x1B, \u202E).
+void appendPrintable(std::string& out, std::string_view text);
+
+} // namespace embedded_host::services

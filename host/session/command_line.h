@@ -1,0 +1,31 @@
+// What the command line asks for.
+#pragma once
+
+#include "services/settings.h"
+
+#include <optional>
+#include <string>
+
+namespace embedded_host::session
+{
+
+enum class Action { Discover, Catalogue, Help, Version };
+enum class Format { Text, Json, Ndjson };
+
+struct CommandLine
+{
+    Action action = Action::Discover;
+    Format format = Format::Text;
+    std::optional<std::string> output; ///< file; none for standard output
+    services::SettingsSource settings;
+    std::optional<std::string> language; ///< none: the environment's
+    bool all = false;
+    int logLevel = 3;
+    std::string help; ///< the text for Action::Help
+};
+
+/// Reads the arguments, the program's own name first. Throws std::runtime_error with a sentence that says what is
+/// wrong.
+CommandLine readCommandLine(int argc, const char* const* argv);
+
+} // namespace embedded_host::session

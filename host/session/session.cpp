@@ -1,0 +1,164 @@
+// The life of the module under this host: the command line is read, one discovery is run, its devices are printed.
+#include "embedded_host/session.h"
+
+#include "command_line.h"
+#include "devices/registry.h"
+#include "inventory/json_inventory.h"
+#include "inventory/text_inventory.h"
+#include "platform/folders.h"
+#include "services/logging.h"
+#include "table/library.h"
+#include "texts/translations.h"
+
+#include <algorithm>
+
+namespace embedded_host
+{
+
+namespace
+{
+
+session::CommandLine& commandLine()
+{
+    static session::CommandLine current;
+    return current;
+}
+
+[[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
+
+/// The catalogue for a language as users and systems name it: "de_DE.UTF-8" is spoken as "de_DE", else as "de".
+std::string languageFor(const std::string& wanted)
+{
+    std::string name = wanted.substr(0, wanted.find_first_of(".@"));
+    std::ranges::replace(name, '-', '_');
+    if (texts::speaks(name))
+        return name;
+    const auto language = name.substr(0, name.find('_'));
+    if (texts::speaks(language))
+        return language;
+    if (!name.empty() && name != "C" && name != "POSIX")
+        services::log(2, "language", "there are no texts in " + wanted + "; English is used");
+    return "en";
+}
+
+/// Counts what passes: a discovery without any device asked for some of its settings only.
+class CountingSink : public DeviceSink
+{
+public:
+    explicit CountingSink(DeviceSink& next) : next_(next) {}
+    void take(DeviceRecord device) override
+    {
+        ++count_;
+        next_.take(std::move(device));
+    }
+    std::size_t count() const { return count_; }
+
+private:
+    DeviceSink& next_;
+    std::size_t count_ = 0;
+};
+
+/// Makes a sink the one that takes devices, as long as this object lives.
+class Receiving
+{
+public:
+    explicit Receiving(DeviceSink& sink) { devices::registry().sink = &sink; }
+    ~Receiving() { devices::registry().sink = nullptr; }
+    Receiving(const Receiving&) = delete;
+    Receiving& operator=(const Receiving&) = delete;
+};
+
+void printInventory(const session::CommandLine& line, inventory::Output& output)
+{
+    const DiscoveryOptions options{line.settings.given, line.settings.file};
+    if (line.format == session::Format::Text) {
+        inventory::TextInventory text(output, line.all ? inventory::Detail::All : inventory::Detail::Usual);
+        discover(options, text);
+        text.end();
+    } else {
+        using Layout = inventory::JsonInventory::Layout;
+        inventory::JsonInventory json(output, line.format == session::Format::Json ? Layout::Document : Layout::Lines);
+        discover(options, json);
+        json.end();
+    }
+}
+
+void print(const session::CommandLine& line, inventory::Output& output)
+{
+    const auto& module = moduleInfo();
+    switch (line.action) {
+    case session::Action::Help:
+        output.write(line.help);
+        break;
+    case session::Action::Version:
+        output.write(module.name + " " + std::to_string(module.major) + "." + std::to_string(module.minor) +
+                     " (build " + module.build + ")\n");
+        break;
+    case session::Action::Catalogue:
+        if (line.format == session::Format::Json)
+            inventory::writeCatalogueAsJson(output);
+        else
+            inventory::writeCatalogueAsText(output);
+        break;
+    case session::Action::Discover:
+        printInventory(line, output);
+        break;
+    }
+}
+
+} // namespace
+
+void discover(const DiscoveryOptions& options, DeviceSink& sink)
+{
+    const auto callback = devices::registry().discover;
+    if (callback == nullptr)
+        fail("no module has registered a discovery");
+    try {
+        services::readSettings({options.settings, options.settingsFile});
+    } catch (const std::runtime_error& error) {
+        fail(error.what());
+    }
+    table::beginDiscovery();
+
+    CountingSink counting(sink);
+    const Receiving receiving(counting);
+    callback();
+    if (counting.count() != 0)
+        services::reportUnusedSettings();
+}
+
+} // namespace embedded_host
+
+namespace orb5
+{
+
+using namespace embedded_host;
+
+void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
+{
+    try {
+        auto line = session::readCommandLine(argc, argv);
+        lum::LogFactory::setPriority(line.logLevel);
+        lum::LumLocale::setGlobalLanguage(languageFor(line.language.value_or(platform::userLanguage())));
+        commandLine() = std::move(line);
+    } catch (const std::runtime_error& error) {
+        fail(error.what() + std::string(" (--help lists the options)"));
+    }
+}
+
+int SysInfoModule::start()
+{
+    const auto& line = commandLine();
+    const std::string name = line.output.value_or("standard output");
+    try {
+        const auto output =
+            line.output ? inventory::fileOutput(platform::pathFromUtf8(*line.output)) : inventory::standardOutput();
+        print(line, *output);
+        output->finish();
+    } catch (const std::system_error& error) {
+        fail("cannot write " + name + ": " + error.code().message());
+    }
+    return 0;
+}
+
+} // namespace orb5

@@ -1,0 +1,63 @@
+// A table in memory: its structures, found once, and the zero bytes behind it.
+#pragma once
+
+#include "entry_point.h"
+
+#include <array>
+#include <functional>
+
+namespace embedded_host::table
+{
+
+/// A table as its source gave it, nothing in it believed yet.
+struct RawTable
+{
+    Bytes bytes;
+    Version version;                      ///< as told by the source
+    std::optional<EntryPoint> entryPoint; ///< none for a bare table and for a Windows block
+};
+
+/// A table whose structures are known.
+class Image
+{
+public:
+    /// Takes what went wrong, and where: once for each fault.
+    using FaultSink = std::function<void(const std::string& fault)>;
+
+    /// Walks the table once. It ends at the entry point's structure count where there is one, else at the type 127
+    /// structure, in every case at the last byte.
+    Image(RawTable raw, const FaultSink& faults);
+
+    /// The start of structure `index` of this type; null when there is none. Behind the table's last byte lie
+    /// kZeroTail zero bytes.
+    const unsigned char* find(unsigned char type, std::size_t index) const;
+
+    const Version& version() const { return raw_.version; }
+
+    /// Structures of all types.
+    std::size_t structures() const { return offsets_.size(); }
+
+    /// The image as a dump: entry point and table.
+    Bytes dump() const;
+
+    /// How far a decoder may read past the table's end. The farthest read of all is the last of 255 handles from
+    /// offset 0Fh on, 525 bytes behind a header.
+    static constexpr std::size_t kZeroTail = 1024;
+
+private:
+    struct Found
+    {
+        std::uint32_t offset;
+        unsigned char type;
+    };
+    std::vector<Found> walk(const FaultSink& faults);
+    void index(const std::vector<Found>& found);
+
+    RawTable raw_;
+    std::size_t length_;                           ///< of the table, the zero tail not counted
+    std::size_t longest_ = 0;                      ///< structure, string set included
+    std::array<std::uint32_t, 257> firstOfType_{}; ///< where a type's offsets begin; the next type's is their end
+    std::vector<std::uint32_t> offsets_;           ///< of all structures, by type, in table order within a type
+};
+
+} // namespace embedded_host::table

@@ -1,0 +1,147 @@
+// The table library's one table: where it comes from and what is told of it.
+#include "smbios2.h"
+
+#include "library.h"
+#include "services/logging.h"
+#include "table_error.h"
+
+namespace embedded_host::table
+{
+
+namespace
+{
+
+struct Library
+{
+    std::optional<Image> image;
+    bool current = false;                    ///< the image was read for the discovery under way
+    bool fromFile = false;                   ///< and it came from a file
+    std::unique_ptr<FirmwareTable> firmware; ///< found by isPresent, read by populateTable
+};
+
+Library& library()
+{
+    static Library instance;
+    return instance;
+}
+
+void report(int priority, const std::string& message) { services::log(priority, "Smbios2", message); }
+
+void warn(const std::string& message) { report(3, message); }
+
+void silent(const std::string& /*message*/) {}
+
+} // namespace
+
+void beginDiscovery()
+{
+    library().current = false;
+    library().firmware.reset();
+}
+
+} // namespace embedded_host::table
+
+namespace libsmbios2_internal
+{
+
+using namespace embedded_host;
+using namespace libsmbios2;
+
+Smbios2& Smbios2::instance()
+{
+    static Smbios2 only;
+    return only;
+}
+
+int Smbios2::isPresent()
+{
+    auto& library = table::library();
+    if (library.current)
+        return 1;
+    try {
+        library.firmware = table::findFirmwareTable();
+        return 1;
+    } catch (const table::TableError& error) {
+        table::report(4, std::string("no SMBIOS table: ") + error.what());
+        return 0;
+    }
+}
+
+POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
+{
+    auto& library = table::library();
+    if (library.current && (library.fromFile || !refresh))
+        return POPULATE_TABLE_IN_MEMORY;
+    try {
+        if (!library.firmware)
+            library.firmware = table::findFirmwareTable();
+        auto raw = library.firmware->read();
+        library.image.emplace(std::move(raw), table::warn);
+        library.current = true;
+        library.fromFile = false;
+        return POPULATE_TABLE_READ;
+    } catch (const table::TableError& error) {
+        library.image.reset();
+        table::report(4, std::string("cannot read the SMBIOS table: ") + error.what());
+        errno = error.error();
+        return error.result();
+    }
+}
+
+bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
+{
+    auto& library = table::library();
+    library.image.reset();
+    library.current = false;
+    const table::Image::FaultSink remarks = log ? table::warn : table::silent;
+    try {
+        library.image.emplace(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), remarks);
+        library.current = true;
+        library.fromFile = true;
+    } catch (const table::TableError& error) {
+        table::report(4, error.what());
+    }
+    return library.current;
+}
+
+bool Smbios2::saveTableToFile(const lum::String& path)
+{
+    const auto& image = table::library().image;
+    try {
+        if (!image)
+            throw std::runtime_error(path.bytes() + ": not written, there is no table in memory");
+        table::writeDump(*image, platform::pathFromUtf8(path.bytes()));
+        return true;
+    } catch (const std::runtime_error& error) {
+        table::report(4, error.what());
+        return false;
+    }
+}
+
+int Smbios2::readStructure(unsigned char type, const void** out, unsigned int index)
+{
+    const auto& image = table::library().image;
+    const auto* structure = image ? image->find(type, index) : nullptr;
+    if (structure == nullptr)
+        return 1;
+    *out = structure;
+    return 0;
+}
+
+unsigned int Smbios2::getVersion() const
+{
+    const auto& library = table::library();
+    if (!library.current && library.firmware)
+        return library.firmware->version().number();
+    return library.image ? library.image->version().number() : 0;
+}
+
+lum::String Smbios2::getVersionString() const
+{
+    const auto& library = table::library();
+    if (!library.current && library.firmware)
+        return lum::String(library.firmware->version().text());
+    return library.image ? lum::String(library.image->version().text()) : lum::String();
+}
+
+} // namespace libsmbios2_internal

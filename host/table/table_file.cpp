@@ -1,0 +1,155 @@
+// Reading saved tables of every layout, and writing dumps.
+#include "table_file.h"
+
+#include "table_error.h"
+
+#include <algorithm>
+
+namespace embedded_host::table
+{
+
+namespace
+{
+
+/// Method byte, version and revision, then the table's length: what stands before the table in a RawSMBIOSData block.
+constexpr std::size_t kBlockHeader = 8;
+
+Bytes copied(View bytes) { return {bytes.begin(), bytes.end()}; }
+
+/// As much of the announced length as there is.
+View cut(View table, std::uint64_t announced)
+{
+    return table.first(static_cast<std::size_t>(std::min<std::uint64_t>(announced, table.size())));
+}
+
+/// A structure never has a length byte below 4, a block no major version above 3.
+bool looksLikeBlock(View bytes) { return bytes.size() > kBlockHeader && bytes[1] < 4; }
+
+/// Whether a whole structure stands at the start: formatted area and string set lie in the file. Few files that are no
+/// table begin like that; an end marker in front, as every ELF program has it, is no table either.
+bool looksLikeTable(View bytes)
+{
+    constexpr std::array<unsigned char, 2> kEndOfStrings{};
+    return bytes.size() >= 6 && bytes[0] != 127 && bytes[1] >= 4 && bytes[1] <= bytes.size() &&
+           !std::ranges::search(bytes.subspan(bytes[1]), kEndOfStrings).empty();
+}
+
+RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
+{
+    if (entryPoint.tableAddress >= file.size())
+        throw TableError::malformed(name + ": its entry point places the table at offset " +
+                                    std::to_string(entryPoint.tableAddress) + ", but the file has only " +
+                                    std::to_string(file.size()) + " bytes");
+    const View rest = file.subspan(static_cast<std::size_t>(entryPoint.tableAddress));
+    // The length of a 64-bit entry point is an upper bound; only the others promise it.
+    if (entryPoint.structures != 0 && rest.size() < entryPoint.tableLength)
+        remarks(name + ": holds " + std::to_string(rest.size()) + " of the table's " +
+                std::to_string(entryPoint.tableLength) + " bytes; read as far as it goes");
+    return joined(std::move(entryPoint), copied(rest));
+}
+
+/// The entry point in the file of its usual name beside a bare table; none when that file is absent or not believed.
+std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, const Remarks& remarks)
+{
+    const auto path = table.parent_path() / kEntryPointFile;
+    const auto name = platform::utf8FromPath(path);
+    try {
+        auto reading = readEntryPoint(platform::readFile(path, kLargestFile));
+        if (!reading.entryPoint)
+            remarks(name + ": not used, " + (reading.fault.empty() ? "it is no entry point" : reading.fault));
+        return reading.entryPoint;
+    } catch (const std::system_error& error) {
+        if (error.code() != std::errc::no_such_file_or_directory)
+            remarks(name + ": not used, " + error.code().message());
+        return std::nullopt;
+    }
+}
+
+/// Why a file must not be overwritten; empty when it may.
+std::string refusalToReplace(const std::filesystem::path& path)
+{
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(path, error);
+    if (status.type() == std::filesystem::file_type::not_found)
+        return {};
+    if (is_symlink(status))
+        return "it is a symbolic link";
+    if (!is_regular_file(status))
+        return error ? error.message() : "it is not a regular file";
+    try {
+        if (readEntryPoint(platform::readFile(path, kLargestFile)).entryPoint)
+            return {};
+        return "it exists and is not an SMBIOS dump";
+    } catch (const std::system_error& unreadable) {
+        return "it exists and cannot be read: " + unreadable.code().message();
+    }
+}
+
+} // namespace
+
+RawTable joined(EntryPoint entryPoint, Bytes table)
+{
+    RawTable raw;
+    raw.bytes = std::move(table);
+    raw.bytes.resize(std::min<std::size_t>(raw.bytes.size(), entryPoint.tableLength));
+    raw.version = entryPoint.version;
+    raw.entryPoint = std::move(entryPoint);
+    return raw;
+}
+
+RawTable readWindowsBlock(View block, const std::string& name, const Remarks& remarks)
+{
+    if (!looksLikeBlock(block))
+        throw TableError::malformed(name + ": is not a RawSMBIOSData block");
+    const auto announced = littleEndian(block, 4, 4);
+    const View table = block.subspan(kBlockHeader);
+    if (table.size() < announced)
+        remarks(name + ": holds " + std::to_string(table.size()) + " of the table's " + std::to_string(announced) +
+                " bytes; read as far as it goes");
+    const auto form = block[1] >= 3 ? Version::Form::ThreePart : Version::Form::TwoPart;
+    const unsigned char revision = form == Version::Form::ThreePart ? block[3] : 0;
+    const Version version{block[1], block[2], revision, form};
+    return {copied(cut(table, announced)), version.corrected(), std::nullopt};
+}
+
+RawTable readTableFile(const std::filesystem::path& path, const Remarks& remarks)
+{
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored))
+        return readTableFile(path / kTableFile, remarks);
+
+    const auto name = platform::utf8FromPath(path);
+    try {
+        Bytes file = platform::readFile(path, kLargestFile);
+        auto reading = readEntryPoint(file);
+        if (!reading.fault.empty())
+            throw TableError::malformed(name + ": " + reading.fault);
+        if (reading.entryPoint)
+            return readDump(file, std::move(*reading.entryPoint), name, remarks);
+        if (looksLikeBlock(file))
+            return readWindowsBlock(file, name, remarks);
+        if (!looksLikeTable(file))
+            throw TableError::malformed(name + ": is not an SMBIOS table in any known layout");
+        if (auto entryPoint = entryPointBeside(path, remarks))
+            return joined(std::move(*entryPoint), std::move(file));
+        return {std::move(file), Version(), std::nullopt};
+    } catch (const std::system_error& error) {
+        throw TableError::unreadable(error, name);
+    }
+}
+
+void writeDump(const Image& image, const std::filesystem::path& path)
+{
+    const auto name = platform::utf8FromPath(path);
+    if (const auto refusal = refusalToReplace(path); !refusal.empty())
+        throw std::runtime_error(name + ": not overwritten, " + refusal);
+    try {
+        platform::AtomicFile file(path, platform::Readers::Owner);
+        file.write(image.dump());
+        file.commit();
+    } catch (const std::system_error& error) {
+        throw std::runtime_error(name + ": not written, " + error.code().message());
+    }
+}
+
+} // namespace embedded_host::table

@@ -1,0 +1,36 @@
+// Saved tables: every layout that the field's tools write, told apart by content.
+#pragma once
+
+#include "image.h"
+
+#include <filesystem>
+
+namespace embedded_host::table
+{
+
+/// Takes what is odd about a file that could still be read.
+using Remarks = std::function<void(const std::string& remark)>;
+
+/// The files of a folder in the manner of /sys/firmware/dmi/tables.
+constexpr const char* kEntryPointFile = "smbios_entry_point";
+constexpr const char* kTableFile = "DMI";
+
+/// No table of any real machine comes near this size.
+constexpr std::size_t kLargestFile = 64 * 1024 * 1024;
+
+/// Reads a saved table: a dump with its entry point in front, a raw structure table (with `smbios_entry_point` beside
+/// it, if there is one), a folder holding both, or a RawSMBIOSData block. Throws TableError.
+RawTable readTableFile(const std::filesystem::path& path, const Remarks& remarks);
+
+/// A table and its entry point as two files or reads give them: cut to the length that the entry point announces.
+RawTable joined(EntryPoint entryPoint, Bytes table);
+
+/// The RawSMBIOSData block that Windows returns (and that its users save): a table behind eight bytes. Throws
+/// TableError when it is none.
+RawTable readWindowsBlock(View block, const std::string& name, const Remarks& remarks);
+
+/// Writes a dump: whole or not at all, for its owner only. A symbolic link, and anything that is no dump, is not
+/// overwritten. Throws std::runtime_error with the reason.
+void writeDump(const Image& image, const std::filesystem::path& path);
+
+} // namespace embedded_host::table

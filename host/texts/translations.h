@@ -1,0 +1,16 @@
+// Localized texts: what a language has for the keys that modules and inventories ask for.
+#pragma once
+
+#include <string_view>
+
+namespace embedded_host::texts
+{
+
+/// The text of a key in a language ("en", "de", "zh_CN"); empty when the language has none. Keys are the texts that
+/// modules ask for ("LocalizedString.devname_BIOS", "NotInstalled") and the English enumeration texts themselves.
+std::string_view translation(std::string_view language, std::string_view key);
+
+/// Whether there are texts in this language; English is always there.
+bool speaks(std::string_view language);
+
+} // namespace embedded_host::texts
