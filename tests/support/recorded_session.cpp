@@ -1,0 +1,176 @@
+// Recording discoveries.
+#include "recorded_session.h"
+
+#include "construction.h"
+#include "discovery.h"
+#include "services/logging.h"
+
+#include <algorithm>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <random>
+
+namespace tests
+{
+
+namespace
+{
+
+using embedded_host::DeviceRecord;
+
+class RecordingSink : public embedded_host::DeviceSink
+{
+public:
+    explicit RecordingSink(std::vector<DeviceRecord>& devices) : devices_(devices) {}
+    void take(DeviceRecord device) override { devices_.push_back(std::move(device)); }
+
+private:
+    std::vector<DeviceRecord>& devices_;
+};
+
+std::string textOf(const orb5::Value& value) { return value.toString().lumString().bytes(); }
+
+std::vector<std::string> elementsOf(const orb5::Value& value)
+{
+    std::vector<std::string> texts;
+    if (const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held()))
+        for (const auto& element : *elements)
+            texts.push_back(element.lumString().bytes());
+    return texts;
+}
+
+} // namespace
+
+TemporaryFolder::TemporaryFolder()
+{
+    const auto parent = std::filesystem::temp_directory_path();
+    std::random_device random;
+    do
+        path_ = parent / ("zorp-" + std::to_string(random()));
+    while (!std::filesystem::create_directory(path_));
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::filesystem::path TemporaryFolder::file(const std::string& name, const Bytes& content) const
+{
+    return file(name, std::string_view(reinterpret_cast<const char*>(content.data()), content.size()));
+}
+
+std::filesystem::path TemporaryFolder::file(const std::string& name, std::string_view content) const
+{
+    std::ofstream(path_ / name, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
+    return path_ / name;
+}
+
+Bytes readBytes(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+const DeviceRecord& Recorded::device(const std::string& uid) const
+{
+    static const DeviceRecord none;
+    const auto found = std::ranges::find(devices, uid, &DeviceRecord::uid);
+    if (found != devices.end())
+        return *found;
+    ADD_FAILURE() << "no device " << uid;
+    return none;
+}
+
+std::string Recorded::value(const std::string& uid, const std::string& property) const
+{
+    const auto* value = device(uid).find(property);
+    return value == nullptr ? "(absent)" : textOf(*value);
+}
+
+std::vector<std::string> Recorded::list(const std::string& uid, const std::string& property) const
+{
+    const auto* value = device(uid).find(property);
+    if (value == nullptr || !std::holds_alternative<std::vector<orb5::OrbString>>(value->held()))
+        return {"(no list)"};
+    return elementsOf(*value);
+}
+
+std::vector<std::string> Recorded::children(const std::string& uid) const
+{
+    std::vector<std::string> ids;
+    for (const auto& child : device(uid).childBusIds)
+        ids.push_back(child.id.value_or("(none)"));
+    return ids;
+}
+
+std::vector<std::string> Recorded::uids() const
+{
+    std::vector<std::string> all;
+    for (const auto& each : devices)
+        all.push_back(each.uid);
+    return all;
+}
+
+std::vector<std::string> Recorded::messages(const std::string& logger) const
+{
+    std::vector<std::string> texts;
+    for (const auto& line : log)
+        if (line.logger == logger)
+            texts.push_back(line.text);
+    return texts;
+}
+
+Recorded discover(const Settings& settings)
+{
+    zorpsysinfosmbios2::filterTrivialStrings = true;
+    orb5::SysInfoModule::setDiscoverDevicesCallback(zorpsysinfosmbios2::DiscoverSMBIOS);
+
+    Recorded recorded;
+    const auto before = embedded_host::services::setLogSink([&](int priority, auto logger, auto text) {
+        recorded.log.push_back({priority, std::string(logger), std::string(text)});
+    });
+    RecordingSink sink(recorded.devices);
+    // The settings file of whoever runs the tests shall not matter.
+    const TemporaryFolder folder;
+    embedded_host::discover({settings, folder.file("settings.ini", "")}, sink);
+    embedded_host::services::setLogSink(before);
+    return recorded;
+}
+
+Recorded discover(const Bytes& image, const Settings& settings)
+{
+    const TemporaryFolder folder;
+    Settings all{{"LoadTable", folder.file("table.dmi", image).string()}};
+    all.insert(all.end(), settings.begin(), settings.end());
+    return discover(all);
+}
+
+std::string inventoryText(const std::vector<DeviceRecord>& devices)
+{
+    std::string text;
+    const auto line = [&](const std::string& content) { text += content + "\n"; };
+    for (const auto& device : devices) {
+        std::string capabilities;
+        for (const auto& capability : device.capabilities)
+            capabilities += std::string(" ") + capability.name();
+        line(device.uid + " [" + device.name + "] [" + device.identifier + "] [" + device.description + "]" +
+             capabilities);
+        for (const auto& [kind, uid] : device.uids)
+            line("  uid " + std::to_string(kind) + " " + uid);
+        for (const auto& property : device.properties) {
+            const auto elements = elementsOf(property.value);
+            const bool isList = std::holds_alternative<std::vector<orb5::OrbString>>(property.value.held());
+            line("  " + property.declaration->name + " =" + (isList ? "" : " " + textOf(property.value)));
+            for (const auto& element : elements)
+                line("    - " + element);
+        }
+        for (const auto& child : device.childBusIds)
+            line(std::string("  child ") + child.bus.name() + " " + child.id.value_or("(none)"));
+    }
+    return text;
+}
+
+} // namespace tests

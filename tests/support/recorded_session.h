@@ -1,0 +1,83 @@
+// Runs the real module under the real host on a table, and records what it publishes and logs.
+#pragma once
+
+#include "embedded_host/session.h"
+#include "table_builder.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tests
+{
+
+/// A folder of this test's own, gone with it.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    /// Writes a file and returns its path.
+    std::filesystem::path file(const std::string& name, const Bytes& content) const;
+    std::filesystem::path file(const std::string& name, std::string_view content) const;
+
+    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+Bytes readBytes(const std::filesystem::path& path);
+
+struct LogLine
+{
+    int priority;
+    std::string logger;
+    std::string text;
+};
+
+/// What one discovery brought.
+struct Recorded
+{
+    std::vector<embedded_host::DeviceRecord> devices;
+    std::vector<LogLine> log;
+
+    /// The device with this identifier; fails the test when there is none.
+    const embedded_host::DeviceRecord& device(const std::string& uid) const;
+
+    /// The text of a device's property, or "(absent)".
+    std::string value(const std::string& uid, const std::string& property) const;
+
+    /// The elements of a list property.
+    std::vector<std::string> list(const std::string& uid, const std::string& property) const;
+
+    /// The identifiers of the children that a device names.
+    std::vector<std::string> children(const std::string& uid) const;
+
+    /// The identifiers of all devices, in the order in which they were published.
+    std::vector<std::string> uids() const;
+
+    /// The messages of one logger.
+    std::vector<std::string> messages(const std::string& logger) const;
+};
+
+using Settings = std::vector<std::pair<std::string, std::string>>;
+
+/// One discovery with these settings alone. The module's flags are those of a fresh process.
+Recorded discover(const Settings& settings);
+
+/// One discovery of a table that is loaded from a file.
+Recorded discover(const Bytes& image, const Settings& settings = {});
+inline Recorded discover(const TableBuilder& table, const Settings& settings = {})
+{
+    return discover(table.dump64(3, 2, 0), settings);
+}
+
+/// Device, properties and links in call order, one a line.
+std::string inventoryText(const std::vector<embedded_host::DeviceRecord>& devices);
+
+} // namespace tests

@@ -1,0 +1,93 @@
+// Builds SMBIOS tables for the tests: structures field by field, in the decoders' own words, and the layouts around
+// them.
+#pragma once
+
+#include "vocabulary/fields.h"
+
+#include <cstdint>
+#include <deque>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace tests
+{
+
+using Bytes = std::vector<unsigned char>;
+
+using zorpsysinfosmbios2::byte;
+using zorpsysinfosmbios2::dword;
+using zorpsysinfosmbios2::Field;
+using zorpsysinfosmbios2::qword;
+using zorpsysinfosmbios2::word;
+
+/// One structure. Whatever does not fit (a field beyond the length, a value beyond its bits, a 256th string) throws
+/// std::out_of_range, so that a test's own slip is seen. The header's bytes are fields like all others: a wrong length
+/// byte is `put(byte(0x01), 3)`.
+class StructureBuilder
+{
+public:
+    StructureBuilder(unsigned char type, std::uint16_t handle, unsigned char length);
+
+    /// Little-endian; into its bits alone when the field is a sub-field.
+    template <class T>
+    StructureBuilder& put(Field<T> field, std::type_identity_t<T> value)
+    {
+        return store(field.offset, sizeof(T), field.width, field.shift, value);
+    }
+
+    StructureBuilder& bytes(unsigned offset, std::span<const unsigned char> values);
+    StructureBuilder& bytes(unsigned offset, std::initializer_list<unsigned char> values);
+
+    /// Appends to the string set and stores the string's number at the offset.
+    StructureBuilder& text(unsigned offset, std::string_view value);
+
+    /// Appends to the string set; nothing refers to it.
+    StructureBuilder& string(std::string_view value);
+
+    /// Shortens the formatted area, the length byte with it; the strings stay.
+    StructureBuilder& cut(unsigned char length);
+
+    /// The formatted area and the string set.
+    Bytes image() const;
+
+private:
+    StructureBuilder& store(unsigned offset, unsigned size, unsigned width, unsigned shift, std::uint64_t value);
+    std::span<unsigned char> area(unsigned offset, std::size_t size);
+
+    Bytes formatted_;
+    std::vector<std::string> strings_;
+};
+
+/// A table of such structures, in the order in which they were added.
+class TableBuilder
+{
+public:
+    /// A zero-filled formatted area of `length` bytes, the header's four among them. The reference holds as long as
+    /// the table.
+    StructureBuilder& add(unsigned char type, std::uint16_t handle, unsigned char length);
+
+    /// Adds the end-of-table structure (type 127); no layout adds one by itself.
+    TableBuilder& end(std::uint16_t handle = 0xFEFF);
+
+    /// The bare structure table.
+    Bytes structures() const;
+
+    /// A dump: the entry point padded to 32 bytes, then the table, at the address 0x20 that the entry point gives.
+    Bytes dump64(unsigned char major, unsigned char minor, unsigned char docrev) const; ///< `_SM3_`
+    Bytes dump32(unsigned char major, unsigned char minor) const;                       ///< `_SM_` with its `_DMI_`
+    Bytes dumpLegacy(unsigned char major, unsigned char minor) const;                   ///< `_DMI_` alone
+
+    /// The RawSMBIOSData block that Windows returns.
+    Bytes windowsBlock(unsigned char major, unsigned char minor, unsigned char revision) const;
+
+private:
+    Bytes intermediateEntryPoint(unsigned char major, unsigned char minor) const;
+
+    std::deque<StructureBuilder> structures_;
+};
+
+} // namespace tests
