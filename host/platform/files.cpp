@@ -41,4 +41,12 @@ Bytes readFile(const std::filesystem::path& path, std::size_t limit)
     return bytes;
 }
 
+std::string reason(const std::system_error& error)
+{
+    const auto condition = error.code().default_error_condition();
+    if (condition == std::errc::not_supported)
+        return "not a regular file";
+    return condition.message();
+}
+
 } // namespace embedded_host::platform

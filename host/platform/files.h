@@ -27,6 +27,9 @@ inline std::string utf8FromPath(const std::filesystem::path& path)
 /// device, pipe or folder is not read at all.
 Bytes readFile(const std::filesystem::path& path, std::size_t limit);
 
+/// Why an operation on a file failed, in the words of the C library whatever the system: "Permission denied".
+std::string reason(const std::system_error& error);
+
 /// Who may read a file that is being written.
 enum class Readers { Owner, Usual };
 

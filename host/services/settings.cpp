@@ -74,7 +74,7 @@ void readFileInto(Settings& into, const std::filesystem::path& path)
         throw std::runtime_error("settings file " + name + ", line " + std::to_string(error.line()) + ": " +
                                  error.message());
     } catch (const std::system_error& error) {
-        throw std::runtime_error("settings file " + name + ": " + error.code().message());
+        throw std::runtime_error("settings file " + name + ": " + platform::reason(error));
     }
 }
 

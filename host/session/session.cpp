@@ -156,7 +156,7 @@ int SysInfoModule::start()
         print(line, *output);
         output->finish();
     } catch (const std::system_error& error) {
-        fail("cannot write " + name + ": " + error.code().message());
+        fail("cannot write " + name + ": " + platform::reason(error));
     }
     return 0;
 }

@@ -22,8 +22,8 @@ View cut(View table, std::uint64_t announced)
     return table.first(static_cast<std::size_t>(std::min<std::uint64_t>(announced, table.size())));
 }
 
-/// A structure never has a length byte below 4, a block no major version above 3.
-bool looksLikeBlock(View bytes) { return bytes.size() > kBlockHeader && bytes[1] < 4; }
+/// A block has its major version, 2 or 3, where a structure has its length, which is never below 4.
+bool looksLikeBlock(View bytes) { return bytes.size() > kBlockHeader && (bytes[1] == 2 || bytes[1] == 3); }
 
 /// Whether a whole structure stands at the start: formatted area and string set lie in the file. Few files that are no
 /// table begin like that; an end marker in front, as every ELF program has it, is no table either.
@@ -60,7 +60,7 @@ std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, c
         return reading.entryPoint;
     } catch (const std::system_error& error) {
         if (error.code() != std::errc::no_such_file_or_directory)
-            remarks(name + ": not used, " + error.code().message());
+            remarks(name + ": not used, " + platform::reason(error));
         return std::nullopt;
     }
 }
@@ -81,7 +81,7 @@ std::string refusalToReplace(const std::filesystem::path& path)
             return {};
         return "it exists and is not an SMBIOS dump";
     } catch (const std::system_error& unreadable) {
-        return "it exists and cannot be read: " + unreadable.code().message();
+        return "it exists and cannot be read: " + platform::reason(unreadable);
     }
 }
 
@@ -148,7 +148,7 @@ void writeDump(const Image& image, const std::filesystem::path& path)
         file.write(image.dump());
         file.commit();
     } catch (const std::system_error& error) {
-        throw std::runtime_error(name + ": not written, " + error.code().message());
+        throw std::runtime_error(name + ": not written, " + platform::reason(error));
     }
 }
 

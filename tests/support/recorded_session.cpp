@@ -29,6 +29,24 @@ private:
     std::vector<DeviceRecord>& devices_;
 };
 
+/// Takes the log lines as long as it lives.
+class LogRecorder
+{
+public:
+    explicit LogRecorder(std::vector<LogLine>& lines)
+        : before_(embedded_host::services::setLogSink([&lines](int priority, auto logger, auto text) {
+              lines.push_back({priority, std::string(logger), std::string(text)});
+          }))
+    {
+    }
+    ~LogRecorder() { embedded_host::services::setLogSink(before_); }
+    LogRecorder(const LogRecorder&) = delete;
+    LogRecorder& operator=(const LogRecorder&) = delete;
+
+private:
+    embedded_host::services::LogSink before_;
+};
+
 std::string textOf(const orb5::Value& value) { return value.toString().lumString().bytes(); }
 
 std::vector<std::string> elementsOf(const orb5::Value& value)
@@ -129,14 +147,11 @@ Recorded discover(const Settings& settings)
     orb5::SysInfoModule::setDiscoverDevicesCallback(zorpsysinfosmbios2::DiscoverSMBIOS);
 
     Recorded recorded;
-    const auto before = embedded_host::services::setLogSink([&](int priority, auto logger, auto text) {
-        recorded.log.push_back({priority, std::string(logger), std::string(text)});
-    });
+    const LogRecorder logRecorder(recorded.log);
     RecordingSink sink(recorded.devices);
     // The settings file of whoever runs the tests shall not matter.
     const TemporaryFolder folder;
     embedded_host::discover({settings, folder.file("settings.ini", "")}, sink);
-    embedded_host::services::setLogSink(before);
     return recorded;
 }
 

@@ -1,0 +1,21 @@
+# Installs Debian packages that are missing; sourced by the scripts beside it.
+
+# install_missing PACKAGE...
+install_missing() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+    local root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        root=(sudo)
+    fi
+    echo "installing ${missing[*]}" >&2
+    "${root[@]}" apt-get update -qq >&2
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+}
+
+# What building needs, and what testing needs on top of it.
+build_packages=(cmake g++ libboost-dev libcli11-dev ninja-build rapidjson-dev)
+test_packages=(dmidecode libgtest-dev python3)

@@ -1,0 +1,134 @@
+// Texts, settings and logging.
+#include "services/settings.h"
+#include "support/recorded_session.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using embedded_host::services::readSettings;
+using lum::String;
+
+TEST(Strings, TrimDropsAsciiWhiteSpaceOnly)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""}, {" \t\n\v\f\r ", ""}, {"  a b\t", "a b"}, {"\xC2\xA0 x", "\xC2\xA0 x"}};
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(String(text).trim().bytes(), expected);
+}
+
+TEST(Strings, RemoveStaysInside)
+{
+    const struct
+    {
+        unsigned pos, count;
+        const char* expected;
+    } cases[] = {{2, 1, "L1Cache"}, {0, 3, "Cache"}, {3, 100, "L1 "}, {8, 1, "L1 Cache"}, {100, 1, "L1 Cache"}};
+    for (const auto& each : cases) {
+        String text("L1 Cache");
+        text.remove(each.pos, each.count);
+        EXPECT_EQ(text.bytes(), each.expected);
+    }
+}
+
+TEST(Values, BooleanTexts)
+{
+    for (const bool before : {false, true}) {
+        const auto read = [&](const char* text) {
+            bool flag = before;
+            lum::LumValue::getCorrectValue(text, lum::LUM_TYPE_BOOL, true).get(flag);
+            return flag;
+        };
+        for (const char* yes : {"1", "true", "YES", "On", "\t yes "})
+            EXPECT_TRUE(read(yes)) << yes;
+        for (const char* no : {"0", "FALSE", "no", "oFF ", " 0\t"})
+            EXPECT_FALSE(read(no)) << no;
+        for (const char* neither : {"", "2", "perhaps", "tru", "yes\n", "1 1"})
+            EXPECT_EQ(read(neither), before) << neither;
+    }
+}
+
+TEST(Values, NumbersInDecimal)
+{
+    EXPECT_EQ(lum::LumValue(4294967295u).toString(lum::LumValue::nilValue()).bytes(), "4294967295");
+    EXPECT_EQ(lum::LumValue(7u).toString(3).bytes(), "007");
+    EXPECT_EQ(lum::SprintfFormat("Family %04X, %i U", 0x118, 2).bytes(), "Family 0118, 2 U");
+    EXPECT_EQ(lum::SprintfFormat("%s", std::string(5000, 'x').c_str()).size(), 5000u);
+}
+
+/// What a setting of the module's section says, "(absent)" when it does not exist.
+std::string setting(const char* key)
+{
+    String out("(absent)");
+    const bool exists = lum::Resource::getSetting("zorpsysinfosmbios2", key, out, lum::LumLocale::getGlobalLocale());
+    EXPECT_EQ(exists, out.bytes() != "(absent)");
+    return out.bytes();
+}
+
+TEST(Settings, TheCommandLineWinsOverTheFile)
+{
+    const tests::TemporaryFolder folder;
+    const auto file = folder.file("s.ini", "\xEF\xBB\xBF; a comment\r\n"
+                                           "[other]\r\nverbose.value = other\r\n"
+                                           "[zorpsysinfosmbios2]\r\n"
+                                           "verbose.value = false \r\n"
+                                           "LoadTable.value=/srv/a folder;x/\xC3\xA4.dmi\r\n"
+                                           "SaveTable.value =\r\n");
+    readSettings({{}, file});
+    EXPECT_EQ(setting("verbose.value"), "false");
+    EXPECT_EQ(setting("LoadTable.value"), "/srv/a folder;x/\xC3\xA4.dmi");
+    EXPECT_EQ(setting("SaveTable.value"), "") << "an empty setting is there";
+    EXPECT_EQ(setting("FilterTrivialStrings.value"), "(absent)");
+    EXPECT_EQ(setting("VERBOSE.value"), "(absent)") << "case counts";
+    EXPECT_EQ(setting("verbose"), "(absent)");
+
+    readSettings({{{"verbose", "first"}, {"verbose", "second=x"}, {"SaveTable", "y"}}, file});
+    EXPECT_EQ(setting("verbose.value"), "second=x") << "the last of a name wins";
+    EXPECT_EQ(setting("SaveTable.value"), "y");
+}
+
+TEST(Settings, ABadFileIsToldWithItsLineAndLeavesTheSettingsAsTheyWere)
+{
+    const tests::TemporaryFolder folder;
+    readSettings({{{"verbose", "kept"}}, folder.file("empty.ini", "")});
+    const std::pair<const char*, const char*> cases[] = {
+        {"[zorpsysinfosmbios2]\nverbose.value false\n", "line 2"},
+        {"\n[zorpsysinfosmbios2\n", "line 2"},
+        {"[a]\nx=1\nx=2\n", "line 3"},
+    };
+    for (const auto& [content, place] : cases) {
+        try {
+            readSettings({{}, folder.file("bad.ini", content)});
+            ADD_FAILURE() << content;
+        } catch (const std::runtime_error& error) {
+            EXPECT_NE(std::string(error.what()).find("bad.ini"), std::string::npos) << error.what();
+            EXPECT_NE(std::string(error.what()).find(place), std::string::npos) << error.what();
+        }
+    }
+    EXPECT_THROW(readSettings({{}, folder / "missing.ini"}), std::runtime_error);
+    EXPECT_EQ(setting("verbose.value"), "kept");
+}
+
+TEST(Logging, ALoggerTakesWhatBothThresholdsLetPass)
+{
+    lum::Logger* logger = nullptr;
+    lum::LogFactory::createLogger("thresholds", logger);
+    lum::Logger* again = nullptr;
+    lum::LogFactory::createLogger("thresholds", again);
+    EXPECT_EQ(logger, again);
+
+    const auto before = lum::LogFactory::getPriority();
+    testing::internal::CaptureStderr();
+    lum::LogFactory::setPriority(3);
+    EXPECT_FALSE(logger->log(2, lum::LoggerStream() + "below the process's"));
+    EXPECT_TRUE(logger->log(3, lum::LoggerStream() + "2655 " + String("\x1B[2J\xFF\n") + -7));
+    logger->priority = 4;
+    EXPECT_EQ(logger->resolvePriority(), 4);
+    EXPECT_FALSE(logger->log(3, lum::LoggerStream() + "below its own"));
+    const lum::TraceLogger silent(nullptr, "nowhere", "nowhere", 1);
+    lum::LogFactory::setPriority(before);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[3] thresholds: 2655 \\x1B[2J\xEF\xBF\xBD\\n-7\n");
+}
+
+} // namespace

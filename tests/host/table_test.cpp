@@ -1,0 +1,399 @@
+// The table library: file layouts, entry points, the walk over structures, saving.
+#include "embedded_host/firmware.h"
+#include "smbios2.h"
+#include "support/recorded_session.h"
+#include "table/library.h"
+
+#include <cerrno>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <sys/stat.h>
+
+namespace
+{
+
+using libsmbios2::Smbios2;
+using libsmbios2::Smbios2_SysInfo;
+using tests::byte;
+using tests::Bytes;
+using tests::dword;
+using tests::readBytes;
+using tests::Recorded;
+using tests::TableBuilder;
+using tests::TemporaryFolder;
+using tests::word;
+
+/// A BIOS and two boards.
+TableBuilder smallTable()
+{
+    TableBuilder table;
+    table.add(0, 0x0000, 0x18).text(0x04, "Zorp");
+    table.add(2, 0x0001, 0x08).text(0x04, "One").text(0x07, "S1");
+    table.add(2, 0x0002, 0x08).text(0x04, "Two");
+    return table.end(), table;
+}
+
+bool load(const Bytes& content)
+{
+    const TemporaryFolder folder;
+    return Smbios2::instance().loadTableFromFile(lum::String(folder.file("t", content).string()), false);
+}
+
+/// How many structures of the type there are.
+unsigned count(unsigned char type)
+{
+    const void* start = nullptr;
+    unsigned found = 0;
+    while (Smbios2::instance().readStructure(type, &start, found) == 0)
+        ++found;
+    return found;
+}
+
+const libsmbios2::type_hdr* structure(unsigned char type, unsigned index)
+{
+    const void* start = nullptr;
+    EXPECT_EQ(Smbios2::instance().readStructure(type, &start, index), 0);
+    return static_cast<const libsmbios2::type_hdr*>(start);
+}
+
+/// Adds up to a right checksum again after bytes were changed.
+Bytes resummed(Bytes dump, std::size_t start, std::size_t length, std::size_t checksum)
+{
+    dump[checksum] = 0;
+    const auto from = dump.begin() + static_cast<std::ptrdiff_t>(start);
+    dump[checksum] = static_cast<unsigned char>(-std::accumulate(from, from + static_cast<std::ptrdiff_t>(length), 0));
+    return dump;
+}
+
+Bytes dump64With(std::size_t offset, std::initializer_list<unsigned char> bytes)
+{
+    auto dump = smallTable().dump64(3, 1, 1);
+    std::copy(bytes.begin(), bytes.end(), dump.begin() + static_cast<std::ptrdiff_t>(offset));
+    return resummed(dump, 0, 0x18, 0x05);
+}
+
+Bytes dump32With(std::size_t offset, std::initializer_list<unsigned char> bytes)
+{
+    auto dump = smallTable().dump32(2, 7);
+    std::copy(bytes.begin(), bytes.end(), dump.begin() + static_cast<std::ptrdiff_t>(offset));
+    return resummed(resummed(dump, 0x10, 0x0F, 0x15), 0, 0x1F, 0x04);
+}
+
+TEST(TableFiles, EveryLayoutIsToldByItsContent)
+{
+    const auto table = smallTable();
+    auto shifted = table.dump64(3, 1, 1); // the table may lie anywhere behind the entry point
+    shifted.insert(shifted.begin() + 0x20, 0x30, 0xEE);
+    shifted[0x10] = 0x50;
+    const struct
+    {
+        const char* layout;
+        Bytes content;
+        const char* version;
+        unsigned number;
+    } cases[] = {
+        {"64-bit", table.dump64(3, 1, 1), "3.1.1", 0x03010100},
+        {"64-bit, table farther on", resummed(shifted, 0, 0x18, 0x05), "3.1.1", 0x03010100},
+        {"64-bit entry point of an older version", table.dump64(2, 8, 0), "2.8.0", 0x02080000},
+        {"32-bit", table.dump32(2, 7), "2.7", 0x02070000},
+        {"legacy", table.dumpLegacy(2, 1), "2.1", 0x02010000},
+        {"raw", table.structures(), "3.0 (assumed)", 0x03000000},
+        {"Windows block", table.windowsBlock(3, 2, 1), "3.2.1", 0x03020100},
+        {"older Windows block", table.windowsBlock(2, 7, 39), "2.7", 0x02070000},
+        {"2.31", table.dump32(2, 31), "2.3", 0x02030000},
+        {"2.33", table.dump32(2, 33), "2.3", 0x02030000},
+        {"2.51", table.dump32(2, 51), "2.6", 0x02060000},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.layout);
+        ASSERT_TRUE(load(each.content));
+        EXPECT_EQ(Smbios2::instance().getVersionString().bytes(), each.version);
+        EXPECT_EQ(Smbios2::instance().getVersion(), each.number);
+        EXPECT_EQ(count(2), 2u);
+        EXPECT_STREQ(Smbios2_SysInfo::getString(structure(2, 1), 1), "Two");
+        EXPECT_EQ(Smbios2::instance().isPresent(), 1);
+        EXPECT_EQ(Smbios2::instance().populateTable(false), libsmbios2::POPULATE_TABLE_IN_MEMORY);
+    }
+}
+
+TEST(TableFiles, AFolderOrARawTableTakesTheEntryPointBesideIt)
+{
+    const TemporaryFolder folder;
+    const auto dump = smallTable().dump64(3, 4, 0);
+    const auto raw = folder.file("DMI", smallTable().structures());
+    const auto version = [](const std::filesystem::path& path) {
+        EXPECT_TRUE(Smbios2::instance().loadTableFromFile(lum::String(path.string()), false));
+        return Smbios2::instance().getVersionString().bytes();
+    };
+    EXPECT_EQ(version(folder.path()), "3.0 (assumed)");
+    folder.file("smbios_entry_point", Bytes(dump.begin(), dump.begin() + 0x18));
+    EXPECT_EQ(version(folder.path()), "3.4.0");
+    EXPECT_EQ(version(raw), "3.4.0");
+    folder.file("smbios_entry_point", "_SM3_ but no more");
+    EXPECT_EQ(version(raw), "3.0 (assumed)") << "what is not believed is not used";
+}
+
+TEST(TableFiles, WhatIsNoTableIsRefused)
+{
+    auto badSum = smallTable().dump64(3, 1, 1);
+    badSum[0x07] ^= 1;
+    auto badIntermediate = smallTable().dump32(2, 7);
+    badIntermediate[0x16] ^= 1;
+    badIntermediate = resummed(badIntermediate, 0, 0x1F, 0x04);
+    const std::string text(600, 'x');
+    const std::string program = "\x7F"
+                                "ELF\x02\x01" +
+                                std::string(200, '\0');
+    const std::pair<const char*, Bytes> cases[] = {
+        {"empty", {}},
+        {"text", Bytes(text.begin(), text.end())},
+        {"program", Bytes(program.begin(), program.end())},
+        {"zeros", Bytes(4096)},
+        {"checksum", badSum},
+        {"intermediate checksum", badIntermediate},
+        {"length byte of 64-bit", dump64With(0x06, {0x10})},
+        {"length byte of 32-bit", dump32With(0x05, {0x20})},
+        {"address beyond the file", dump64With(0x10, {0, 0, 1})},
+        {"huge address", dump64With(0x10, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF})},
+        {"entry point cut short", Bytes{'_', 'S', 'M', '3', '_', 0, 0x18}},
+        {"32-bit entry point cut short", Bytes{'_', 'S', 'M', '_', 0, 0x1F}},
+    };
+    for (const auto& [what, content] : cases) {
+        EXPECT_FALSE(load(content)) << what;
+        EXPECT_EQ(count(0), 0u) << what << ": no table stays behind";
+    }
+    EXPECT_FALSE(Smbios2::instance().loadTableFromFile("/dev/zero", false));
+    EXPECT_FALSE(Smbios2::instance().loadTableFromFile("/nonexistent/x", false));
+}
+
+TEST(TableFiles, TheLengthByteOfVersion21IsRight)
+{
+    auto dump = smallTable().dump32(2, 1);
+    dump[0x05] = 0x1E;
+    ASSERT_TRUE(load(resummed(dump, 0, 0x1E, 0x04)));
+    EXPECT_EQ(count(2), 2u);
+}
+
+TEST(TableFiles, AFileIsReadAsFarAsItHoldsTheTable)
+{
+    auto dump = smallTable().dump32(2, 7);
+    dump.resize(dump.size() - 6 - 4); // the end marker, and a bit of the last board's string
+    ASSERT_TRUE(load(dump));
+    EXPECT_EQ(count(2), 2u);
+    EXPECT_STREQ(Smbios2_SysInfo::getString(structure(2, 1), 1), "T");
+    ASSERT_TRUE(load(dump64With(0x0C, {0x30, 0, 0, 0}))) << "a shorter announced length cuts the table";
+    EXPECT_EQ(count(2), 1u);
+}
+
+/// The faults that loading these bytes logs.
+std::vector<std::string> faults(const Bytes& content) { return tests::discover(content).messages("Smbios2"); }
+
+TEST(Walk, EndsWhereTheEntryPointSays)
+{
+    TableBuilder table;
+    table.add(2, 0x0001, 0x08);
+    table.end(0x0002);
+    table.add(2, 0x0003, 0x08);
+
+    ASSERT_TRUE(load(table.dump64(3, 0, 0)));
+    EXPECT_EQ(count(2), 1u) << "a 64-bit table ends at its end marker";
+    ASSERT_TRUE(load(table.structures()));
+    EXPECT_EQ(count(2), 1u);
+    ASSERT_TRUE(load(table.dump32(2, 7)));
+    EXPECT_EQ(count(2), 2u) << "a 32-bit table at its structure count";
+
+    auto dump = table.dump32(2, 7);
+    const auto counted = [&](unsigned char structures) {
+        dump[0x1C] = structures;
+        return resummed(resummed(dump, 0x10, 0x0F, 0x15), 0, 0x1F, 0x04);
+    };
+    ASSERT_TRUE(load(counted(1)));
+    EXPECT_EQ(count(127), 0u);
+    ASSERT_TRUE(load(counted(0)));
+    EXPECT_EQ(count(2), 1u) << "a count of 0 is none";
+    EXPECT_EQ(faults(counted(9)), std::vector<std::string>{
+                                      "the table ends at offset 0x1A after 3 structures; its entry point announced 9"});
+}
+
+TEST(Walk, FaultsAreLoggedOnceWithTheirOffset)
+{
+    const auto faultsOf = [](unsigned char length, std::size_t cut) {
+        TableBuilder table;
+        table.add(0, 0x0000, 0x18).text(0x04, "Zorp");
+        table.add(2, 0x0001, 0x08).text(0x04, "Board").put(byte(0x01), length);
+        auto dump = table.dump64(3, 0, 0);
+        dump.resize(dump.size() - cut);
+        return faults(dump);
+    };
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(faultsOf(8, 0), Texts{});
+    EXPECT_EQ(faultsOf(3, 0),
+              Texts{"structure at offset 0x1E: its length is 3, less than its header; the table ends here"});
+    EXPECT_EQ(faultsOf(0xFF, 0), Texts{"structure at offset 0x1E: its formatted area of 255 bytes runs past the end "
+                                       "of the table at 0x2D; dropped"});
+    EXPECT_EQ(faultsOf(8, 1), Texts{"structure at offset 0x1E: its strings run past the end of the table at 0x2C; cut "
+                                    "there"});
+    EXPECT_EQ(faultsOf(8, 13), Texts{"structure at offset 0x1E: only 2 bytes of its header lie in the table; dropped"});
+}
+
+TEST(Walk, StringSets)
+{
+    const auto texts = [](std::string_view set) {
+        TableBuilder table;
+        table.add(0, 0, 0x04);
+        auto raw = table.structures();
+        raw.resize(4);
+        raw.insert(raw.end(), set.begin(), set.end());
+        EXPECT_TRUE(load(raw));
+        std::string joined;
+        for (unsigned number = 0; number < 256; ++number)
+            if (const char* text = Smbios2_SysInfo::getString(structure(0, 0), static_cast<unsigned char>(number)))
+                joined += std::to_string(number) + text + " ";
+        return joined;
+    };
+    using namespace std::string_view_literals;
+    EXPECT_EQ(texts("\0\0"sv), "");
+    EXPECT_EQ(texts("A\0BC\0\0"sv), "1A 2BC ");
+    EXPECT_EQ(texts("A\0\0B\0\0"sv), "1A ") << "two NUL bytes end the set";
+    EXPECT_EQ(texts("\0A\0\0"sv), "") << "an empty text ends the numbering";
+}
+
+TEST(Walk, BytesBehindTheTableAreZeroAndOurs)
+{
+    TableBuilder table;
+    table.add(0, 0x0000, 0x18);
+    table.add(2, 0x0001, 0x04);
+    auto raw = table.structures();
+    raw.resize(raw.size() - 2); // the table ends with the board's header
+    ASSERT_TRUE(load(raw));
+    const auto* board = static_cast<const unsigned char*>(static_cast<const void*>(structure(2, 0)));
+    EXPECT_EQ(std::accumulate(board + 4, board + 4 + 1024, 0), 0);
+}
+
+/// The firmware's places taken by a folder of the test's own.
+class Firmware
+{
+public:
+    Firmware() { embedded_host::firmwarePlaces().tables = folder_.path(); }
+    ~Firmware() { embedded_host::firmwarePlaces() = before_; }
+    Firmware(const Firmware&) = delete;
+    Firmware& operator=(const Firmware&) = delete;
+
+    void offer(const Bytes& dump, std::size_t entryPointLength) const
+    {
+        const auto middle = dump.begin() + static_cast<std::ptrdiff_t>(entryPointLength);
+        folder_.file("smbios_entry_point", Bytes(dump.begin(), middle));
+        folder_.file("DMI", Bytes(dump.begin() + 0x20, dump.end()));
+    }
+
+    const TemporaryFolder& folder() const { return folder_; }
+
+private:
+    TemporaryFolder folder_;
+    embedded_host::FirmwarePlaces before_ = embedded_host::firmwarePlaces();
+};
+
+TEST(LiveTable, IsReadFromTheKernelsFolder)
+{
+    const Firmware firmware;
+    firmware.offer(smallTable().dump32(2, 7), 0x1F);
+    const auto recorded = tests::discover(tests::Settings{});
+    EXPECT_EQ(recorded.value("SMBIOS", "smbios2_version"), "2.7");
+    EXPECT_EQ(recorded.value("SMBIOS:0x0002", "t2_manufacturer"), "Two");
+    EXPECT_EQ(Smbios2::instance().populateTable(false), libsmbios2::POPULATE_TABLE_IN_MEMORY);
+    EXPECT_EQ(Smbios2::instance().populateTable(true), libsmbios2::POPULATE_TABLE_READ);
+}
+
+TEST(LiveTable, FailuresAreToldApart)
+{
+    const Firmware firmware;
+    auto& library = Smbios2::instance();
+    const auto populate = [&] {
+        embedded_host::table::beginDiscovery();
+        errno = 0;
+        const auto result = library.populateTable(false);
+        EXPECT_NE(errno, 0);
+        return result;
+    };
+    embedded_host::table::beginDiscovery();
+    EXPECT_EQ(library.isPresent(), 0);
+    EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_NONE);
+    firmware.folder().file("smbios_entry_point", "_SM3_ and nothing right after it");
+    EXPECT_EQ(library.isPresent(), 0);
+    EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_MALFORMED);
+    EXPECT_EQ(count(2), 0u);
+}
+
+TEST(LiveTable, AFileOfAnEarlierDiscoveryIsForgotten)
+{
+    const Firmware firmware;
+    firmware.offer(smallTable().dump64(3, 3, 0), 0x18);
+    const TemporaryFolder folder;
+    TableBuilder other;
+    other.add(1, 0x0077, 0x08).text(0x04, "Other");
+    const auto path = folder.file("other.dmi", other.dump64(3, 0, 0)).string();
+
+    EXPECT_EQ(tests::discover({{"LoadTable", path}}).uids(), (std::vector<std::string>{"SMBIOS", "SMBIOS:0x0077"}));
+    const auto live = tests::discover(tests::Settings{});
+    EXPECT_EQ(live.value("SMBIOS", "smbios2_version"), "3.3.0");
+    EXPECT_EQ(live.uids().size(), 4u);
+
+    tests::discover({{"LoadTable", path}});
+    std::filesystem::remove(path);
+    EXPECT_TRUE(tests::discover({{"LoadTable", path}}).devices.empty());
+    EXPECT_EQ(tests::discover(tests::Settings{}).uids().size(), 4u);
+}
+
+TEST(Saving, ASavedTableLoadsToTheSameDevices)
+{
+    const auto table = smallTable();
+    const std::pair<const char*, Bytes> cases[] = {
+        {"64-bit", table.dump64(3, 1, 1)},      {"32-bit", table.dump32(2, 7)},
+        {"legacy", table.dumpLegacy(2, 1)},     {"raw", table.structures()},
+        {"block", table.windowsBlock(3, 2, 1)}, {"older block", table.windowsBlock(2, 7, 0)},
+    };
+    for (const auto& [layout, content] : cases) {
+        SCOPED_TRACE(layout);
+        const TemporaryFolder folder;
+        const auto saved = folder / "saved.dmi";
+        const auto first = tests::discover(content, {{"SaveTable", saved.string()}});
+        const auto second = tests::discover({{"LoadTable", saved.string()}});
+        EXPECT_EQ(tests::inventoryText(first.devices), tests::inventoryText(second.devices));
+        EXPECT_EQ(readBytes(saved).size(), 0x20 + table.structures().size());
+        struct stat status = {};
+        ASSERT_EQ(stat(saved.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 0777, 0600u);
+    }
+}
+
+TEST(Saving, WhatIsNoDumpIsNotOverwritten)
+{
+    const TemporaryFolder folder;
+    const auto image = smallTable().dump64(3, 1, 1);
+    const auto save = [&](const std::filesystem::path& target) {
+        return tests::discover(image, {{"SaveTable", target.string()}}).messages("Smbios2");
+    };
+    const auto refused = [&](const std::filesystem::path& target, const std::string& why) {
+        const auto messages = save(target);
+        EXPECT_EQ(messages, std::vector<std::string>{target.string() + ": not " + why});
+    };
+
+    const auto text = folder.file("notes.txt", "important");
+    refused(text, "overwritten, it exists and is not an SMBIOS dump");
+    EXPECT_EQ(readBytes(text).size(), 9u);
+
+    const auto dump = folder.file("old.dmi", smallTable().dump32(2, 7));
+    const auto link = folder / "link.dmi";
+    std::filesystem::create_symlink(dump, link);
+    refused(link, "overwritten, it is a symbolic link");
+    EXPECT_EQ(readBytes(dump), smallTable().dump32(2, 7));
+
+    refused(folder.path(), "overwritten, it is not a regular file");
+    refused(folder.path() / "no" / "such.dmi", "written, No such file or directory");
+    EXPECT_EQ(save(dump), std::vector<std::string>{}) << "a dump is replaced";
+    EXPECT_EQ(readBytes(dump), image);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 3) << "nothing half-written stays";
+}
+
+} // namespace

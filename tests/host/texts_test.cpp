@@ -1,0 +1,93 @@
+// The standard's enumeration texts.
+#include "smbios2.h"
+#include "texts/enum_texts.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <set>
+#include <sstream>
+
+namespace
+{
+
+using libsmbios2::Smbios2_SysInfo;
+
+const char* lookUp(unsigned char type, unsigned offset, unsigned value, unsigned char width = 0,
+                   unsigned char shift = 0)
+{
+    return Smbios2_SysInfo::getEnumFieldString(type, offset, value, width, shift);
+}
+
+TEST(Texts, LookUps)
+{
+    const struct
+    {
+        unsigned char type;
+        unsigned offset, value;
+        unsigned char width, shift;
+        const char* expected;
+    } cases[] = {
+        {3, 0x05, 0x89, 1, 7, "Chassis lock is present"},
+        {3, 0x05, 0x89, 7, 0, "Laptop"},
+        {17, 0x12, 0x1A, 0, 0, "DDR4"},
+        {18, 0x04, 3, 0, 0, "OK"},
+        {33, 0x04, 3, 0, 0, "OK"},
+        {0, 0x0A, 0, 0, 0, "Reserved"},
+        {0, 0x0A, 40, 0, 0, "Reserved"}, // reserved for the vendor: no text of its own
+        {17, 0x12, 0x7F, 0, 0, "Out of range"},
+        {17, 0x12, 0x11A, 0, 0, "Out of range"}, // not cut to a byte
+        {15, 0x0A, 0xC0, 0, 0, "BIOS Vendor/OEM-specific"},
+    };
+    for (const auto& each : cases)
+        EXPECT_STREQ(lookUp(each.type, each.offset, each.value, each.width, each.shift), each.expected);
+
+    EXPECT_EQ(lookUp(17, 0x0F, 1), nullptr) << "no table for the device set";
+    EXPECT_EQ(lookUp(3, 0x05, 1), nullptr) << "no table for the whole byte";
+    EXPECT_EQ(lookUp(17, 0x112, 0x1A), nullptr);
+    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x0F, 1, 0, 0).bytes(), "");
+    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 0x1A, 0, 0).bytes(), "DDR4");
+}
+
+TEST(Texts, KnownAndDefined)
+{
+    const struct
+    {
+        const char* text;
+        bool known, defined;
+    } cases[] = {{nullptr, false, false},    {"Reserved", false, false}, {"Out of range", false, false},
+                 {"Other", true, false},     {"Unknown", true, false},   {"None", true, false},
+                 {"Undefined", true, false}, {"USB", true, true},        {"other", true, true}};
+    for (const auto& each : cases) {
+        EXPECT_EQ(Smbios2_SysInfo::isKnownEnum(each.text), each.known);
+        EXPECT_EQ(Smbios2_SysInfo::isDefinedEnum(each.text), each.defined);
+    }
+}
+
+TEST(Texts, AgreeWithTheStandardsTables)
+{
+    std::ifstream facts(SHARED_FOLDER "/smbios-enumerations.tsv");
+    if (!facts)
+        GTEST_SKIP() << "no list of the standard's texts beside the checkout";
+    std::string line;
+    std::getline(facts, line);
+    std::set<std::string> lookUps;
+    unsigned texts = 0;
+    while (std::getline(facts, line)) {
+        std::istringstream columns(line);
+        std::string cell[9];
+        for (auto& each : cell)
+            std::getline(columns, each, '\t');
+        const auto number = [&](std::size_t i) { return static_cast<unsigned>(std::stoul(cell[i], nullptr, 0)); };
+        const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(number(i)); };
+        const bool reserved = cell[6] == "reserved";
+        EXPECT_STREQ(lookUp(byteAt(0), number(1), number(4) << number(3), byteAt(2), byteAt(3)),
+                     reserved ? "Reserved" : cell[8].c_str())
+            << line;
+        lookUps.insert(cell[0] + cell[1] + "," + cell[2] + "," + cell[3]);
+        texts += reserved ? 0 : 1;
+    }
+    EXPECT_EQ(lookUps.size(), 98u);
+    EXPECT_EQ(texts, 1568u);
+}
+
+} // namespace

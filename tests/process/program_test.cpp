@@ -1,0 +1,266 @@
+// The program as users run it: options, outputs, exit code, and the documents it prints.
+#include "support/recorded_session.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace
+{
+
+using tests::byte;
+using tests::TableBuilder;
+using tests::TemporaryFolder;
+
+const std::string kSample = MACHINES_FOLDER "/sample.dmi";
+
+struct Outcome
+{
+    int exitCode;
+    std::string output;
+    std::string log;
+};
+
+std::string contentOf(const std::filesystem::path& path)
+{
+    const auto bytes = tests::readBytes(path);
+    return {bytes.begin(), bytes.end()};
+}
+
+/// Runs a shell command, its outputs apart.
+Outcome shell(const std::string& command)
+{
+    const TemporaryFolder folder;
+    const auto out = folder / "out";
+    const auto err = folder / "err";
+    const int status = std::system(("(" + command + ") >" + out.string() + " 2>" + err.string()).c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(out), contentOf(err)};
+}
+
+/// Runs the program, without any settings but those of the command line.
+Outcome program(const std::string& arguments)
+{
+    return shell("XDG_CONFIG_HOME=/nonexistent LC_ALL=C " PROGRAM " " + arguments);
+}
+
+std::string sample(const std::string& arguments) { return "-s LoadTable=" + kSample + " " + arguments; }
+
+rapidjson::Document parsed(const std::string& text)
+{
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
+    EXPECT_FALSE(document.HasParseError()) << "at " << document.GetErrorOffset() << " of " << text;
+    return document;
+}
+
+TEST(Json, TheDocumentIsExactlyTheContracts)
+{
+    TableBuilder table;
+    table.add(2, 0x0002, 0x11).text(0x04, "A\"\\\t\n\x1B\x7F\xC2\x9B\xE4\xB8\xAD\xE2\x80\xAE/").put(byte(0x0E), 1);
+    table.add(24, 0x0018, 0x05).put(byte(0x04), 0x01);
+    const TemporaryFolder folder;
+    const auto path = folder.file("t.dmi", table.dump64(3, 2, 0)).string();
+    const auto run = program("-f json -s verbose=0 -s LoadTable=" + path);
+    EXPECT_EQ(run.log, "");
+    const char* expected =
+        R"json({"format":"zorp-sysinfo-1","module":{"name":"zorpsysinfosmbios2","version":"6.5","build":"000000001","capabilities":["SMBIOS"]},"devices":[
+{"uid":"SMBIOS","name":"SMBIOS","identifier":"SMBIOS","description":"SMBIOS","capabilities":["SMBIOS"],"childBusIds":[{"bus":"SMBIOS","id":null}],"properties":{"__smbios2_hdr_handle":{"value":65535,"unit":"HEXADECIMAL16","text":"0xFFFF"},"smbios2_version":"3.2.0"}},
+{"uid":"SMBIOS:0x0002","name":"Base Board","identifier":"Base Board:0","description":"Base Board:0","capabilities":["SMBIOS_Struct"],"uids":{"2":"SMBIOS:TYPE:2"},"childBusIds":[{"bus":"SMBIOS","id":"0x0000"}],"properties":{"smbios2_hdr_type":2,"smbios2_hdr_len":{"value":17,"unit":"BYTES","text":"17 B"},"smbios2_hdr_handle":{"value":2,"unit":"HEXADECIMAL16","text":"0x0002"},"t2_manufacturer":"A\"\\\t\n\u001b\u007f\u009b中\u202e/","t2_features":["The board is a hosting board (for example, a motherboard)","The board requires at least one daughter board or auxiliary card to function properly","The board is removable","The board is replaceable","The board is hot swappable"],"t2_type_int":0,"t2_type":"Out of range","smbios2_parent":{"value":0,"unit":"HEXADECIMAL16","text":"0x0000"},"t2_members":["0x0000"]}},
+{"uid":"SMBIOS:0x0018","name":"Hardware Security","identifier":"Hardware Security:0","description":"Hardware Security:0","capabilities":["SMBIOS_Struct","Security"],"properties":{"smbios2_hdr_type":24,"smbios2_hdr_len":{"value":5,"unit":"BYTES","text":"5 B"},"smbios2_hdr_handle":{"value":24,"unit":"HEXADECIMAL16","text":"0x0018"},"t24_flags_msk2_srt0":"Enabled","t24_flags_msk2_srt2":"Disabled","t24_flags_msk2_srt4":"Disabled","t24_flags_msk2_srt6":"Disabled","t24_hw_security_byte":1}}
+]}
+)json";
+    EXPECT_EQ(run.output, expected);
+}
+
+TEST(Json, EachMaximalIllFormedPartBecomesOneReplacement)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"\xFF\xFE", "\uFFFD\uFFFD"},
+        {"a\xC3", "a\uFFFD"},
+        {"\xE4\xB8z", "\uFFFDz"},
+        {"\xF0\x9F\x98z", "\uFFFDz"},
+        {"\xC0\x80", "\uFFFD\uFFFD"},
+        {"\xE0\x80\x80", "\uFFFD\uFFFD\uFFFD"},
+        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+        {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"\x80\xBF", "\uFFFD\uFFFD"},
+        {"\xF0\x9F\x98\x80", "\U0001F600"},
+    };
+    TableBuilder table;
+    auto& strings = table.add(11, 0x0001, 0x05).put(byte(0x04), std::size(cases));
+    for (const auto& [text, expected] : cases)
+        strings.string(text);
+    const TemporaryFolder folder;
+    const auto document =
+        parsed(program("-f json -s LoadTable=" + folder.file("t", table.structures()).string()).output);
+    const auto& list = document["devices"][1]["properties"]["t11_oemstrings"];
+    for (rapidjson::SizeType i = 0; i < std::size(cases); ++i)
+        EXPECT_STREQ(list[i].GetString(), cases[i].second);
+}
+
+TEST(Json, WithoutATableTheListIsEmptyAndTheLogSaysWhatToDo)
+{
+    const auto run = program("-f json -s LoadTable=/nonexistent");
+    EXPECT_EQ(parsed(run.output)["devices"].Size(), 0u);
+    EXPECT_NE(run.log.find("[5] zorpsysinfosmbios2: 2603 "), std::string::npos);
+    EXPECT_EQ(run.exitCode, 0);
+}
+
+TEST(Json, LinesHoldTheDevicesOfTheDocument)
+{
+    const auto document = parsed(program(sample("-f json")).output);
+    std::istringstream lines(program(sample("-f ndjson")).output);
+    std::string line;
+    rapidjson::SizeType count = 0;
+    for (; std::getline(lines, line); ++count)
+        EXPECT_EQ(parsed(line), document["devices"][count]);
+    EXPECT_EQ(count, document["devices"].Size());
+    EXPECT_GT(count, 60u);
+}
+
+TEST(Catalogue, IsPrintedInDeclarationOrder)
+{
+    const auto document = parsed(program("--catalogue -f json").output);
+    EXPECT_STREQ(document["format"].GetString(), "zorp-catalogue-1");
+    ASSERT_EQ(document["properties"].Size(), 315u);
+    EXPECT_EQ(document["properties"][2], parsed(R"({"name": "smbios2_hdr_handle", "type": "DISCRETEMEASUREMENT",
+        "categories": ["SysInfo", "Tier3", "Key", "RequiredForEnumeration"], "capability": "SMBIOS_Struct"})"));
+    EXPECT_STREQ(document["texts"][0].GetString(), "NotInstalled");
+    const auto text = program("--catalogue").output;
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 315);
+}
+
+TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
+{
+    const TemporaryFolder folder;
+    const auto badSettings = folder.file("bad.ini", "[zorpsysinfosmbios2]\nverbose\n").string();
+    const std::pair<std::string, const char*> cases[] = {
+        {"--nonsense", "--nonsense"},
+        {"stray", "stray"},
+        {"-f xml", "xml"},
+        {"--log-level 6", "6"},
+        {"--log-level x", "x"},
+        {"-s verbose", "\"verbose\""},
+        {"-s =x", "NAME=VALUE"},
+        {"--catalogue -f ndjson", "ndjson"},
+        {"--settings /nonexistent.ini", "/nonexistent.ini: No such file"},
+        {"--settings " + badSettings, "line 2"},
+        {"-o /nonexistent/x", "cannot write /nonexistent/x: No such file"},
+        {"-o /", "cannot write /: Is a directory"},
+        {sample("-f json -o /dev/full"), "cannot write /dev/full: No space left"},
+    };
+    for (const auto& [arguments, named] : cases) {
+        const auto run = program(arguments);
+        EXPECT_TRUE(run.output.starts_with("OrbException: ")) << arguments << ": " << run.output;
+        EXPECT_NE(run.output.find(named), std::string::npos) << arguments << ": " << run.output;
+        EXPECT_EQ(run.exitCode, 0);
+    }
+}
+
+TEST(CommandLine, HelpAndVersion)
+{
+    for (const char* option : {"-h", "--help"})
+        EXPECT_NE(program(option).output.find("--catalogue"), std::string::npos);
+    for (const char* option : {"-V", "--version"})
+        EXPECT_EQ(program(option).output, "zorpsysinfosmbios2 6.5 (build 000000001)\n");
+}
+
+TEST(Settings, ComeFromTheFileTheFoldersAndTheCommandLine)
+{
+    const TemporaryFolder folder;
+    const auto settings = "[zorpsysinfosmbios2]\nverbose.value = no\nLoadTable.value = " + kSample + "\n";
+    const auto named = folder.file("zorpsysinfosmbios2.ini", settings).string();
+    const auto devices = [](const Outcome& run) { return parsed(run.output)["devices"].Size(); };
+    const auto few = devices(program("-f json --settings " + named));
+    EXPECT_GT(few, 5u);
+    EXPECT_EQ(devices(shell("XDG_CONFIG_HOME=" + folder.path().string() + " " PROGRAM " -f json")), few);
+    EXPECT_GT(devices(program("-f json --set verbose=yes --settings " + named)), few);
+}
+
+TEST(Output, AFileAppearsWholeOrNotAtAll)
+{
+    const TemporaryFolder folder;
+    const auto target = folder.file("inventory.json", "old");
+    const auto link = folder / "link.json";
+    std::filesystem::create_symlink(target, link);
+    EXPECT_EQ(program(sample("-f json -o " + link.string())).output, "");
+    EXPECT_TRUE(std::filesystem::is_symlink(link)) << "the link is followed, not replaced";
+    EXPECT_EQ(contentOf(target), program(sample("-f json")).output);
+
+    EXPECT_NE(program("--settings /nonexistent -o " + target.string()).output, "");
+    EXPECT_NE(contentOf(target), "") << "a failed run leaves the old file";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+    EXPECT_EQ(program(sample("-o /dev/null")).output, "");
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST(Language, AnUnknownOneIsEnglish)
+{
+    const auto run = program(sample("-f json -l xx_YY --log-level 2"));
+    EXPECT_EQ(run.output, program(sample("-f json")).output);
+    EXPECT_NE(run.log.find("[2] language: there are no texts in xx_YY; English is used"), std::string::npos);
+}
+
+TEST(Text, AHostileStringCannotDriveTheTerminal)
+{
+    TableBuilder table;
+    table.add(1, 0x0001, 0x08)
+        .text(0x04, "\x1B]0;title\x07\xC2\x9B"
+                    "2J\r\n\xE2\x80\xAE"
+                    "txt\xFF");
+    const TemporaryFolder folder;
+    const auto output = program("-s LoadTable=" + folder.file("t", table.structures()).string()).output;
+    EXPECT_NE(output.find("\\x1B]0;title\\x07\\x9B2J\\x0D\\n\\u202Etxt\uFFFD"), std::string::npos) << output;
+    for (const char c : output)
+        EXPECT_TRUE(c == '\n' || static_cast<unsigned char>(c) >= 0x20);
+}
+
+TEST(Text, ShowsTiersAsAsked)
+{
+    const auto usual = program(sample("")).output;
+    const auto all = program(sample("--all")).output;
+    EXPECT_NE(usual.find("t17_locator"), std::string::npos);
+    EXPECT_EQ(usual.find("smbios2_hdr_type"), std::string::npos);
+    EXPECT_EQ(usual.find("t17_socket_populated"), std::string::npos);
+    EXPECT_NE(all.find("smbios2_hdr_type"), std::string::npos);
+    EXPECT_NE(all.find("t17_socket_populated"), std::string::npos);
+}
+
+TEST(Saving, OthersReadTheSampleWithoutAWord)
+{
+    if (shell("command -v dmidecode").exitCode != 0)
+        GTEST_SKIP() << "dmidecode is not installed";
+    const TemporaryFolder folder;
+    const auto saved = (folder / "saved.dmi").string();
+    program(sample("-o /dev/null -s SaveTable=" + saved));
+    const auto read = shell("dmidecode --from-dump " + saved);
+    EXPECT_EQ(read.log, "");
+    EXPECT_NE(read.output.find("Kvitnes D2 Workstation"), std::string::npos);
+}
+
+TEST(RealMachines, PrintValidDocumentsAndSaveDumpsThatOthersRead)
+{
+    const std::filesystem::path folder = SHARED_FOLDER "/tables";
+    if (!std::filesystem::exists(folder))
+        GTEST_SKIP() << "no real machines' tables beside the checkout";
+    const bool haveDmidecode = shell("command -v dmidecode").exitCode == 0;
+    const TemporaryFolder temporary;
+    const auto saved = (temporary / "saved.dmi").string();
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.path().extension() != ".dmi")
+            continue;
+        const auto first = program("-f json -s LoadTable=" + entry.path().string() + " -s SaveTable=" + saved);
+        EXPECT_GT(parsed(first.output)["devices"].Size(), 4u) << entry.path();
+        EXPECT_EQ(program("-f json -s LoadTable=" + saved).output, first.output) << entry.path();
+        if (haveDmidecode && contentOf(entry.path()).starts_with("_")) {
+            EXPECT_EQ(shell("dmidecode --from-dump " + saved).log,
+                      shell("dmidecode --from-dump " + entry.path().string()).log)
+                << "it complains of the saved table as of the original";
+        }
+    }
+}
+
+} // namespace
