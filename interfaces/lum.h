@@ -191,7 +191,7 @@ class Logger
 {
 public:
     /// The lowest priority that this logger takes.
-    int priority;
+    int priority = 1;
 
     /// The threshold in effect: the higher of the logger's own and the process's.
     LOGGER_PRIORITY resolvePriority() const;
@@ -204,7 +204,7 @@ public:
 
 private:
     friend class LogFactory;
-    explicit Logger(std::string name) : priority(1), name_(std::move(name)) {}
+    explicit Logger(std::string name) : name_(std::move(name)) {}
 
     std::string name_;
 };

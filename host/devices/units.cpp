@@ -99,6 +99,14 @@ double quotient(std::uint64_t value, std::uint64_t divisor)
     return std::ldexp(static_cast<double>(whole | (rest != 0 ? 1 : 0)), exponent);
 }
 
+/// The exact product with a factor of at most ten digits, rounded once.
+double product(std::uint64_t value, double factor)
+{
+    // Both halves and the lower product are exact doubles.
+    const std::uint64_t low = value & 0x7FFFFF;
+    return std::fma(static_cast<double>(value - low), factor, static_cast<double>(low) * factor);
+}
+
 /// The value, given in one magnitude, in another: multiplied or divided once, so rounded once.
 double converted(double value, int from, int to, unsigned step)
 {
@@ -176,7 +184,7 @@ OrbString OrbDiscreteMeasurement::toString(const OrbUnitMagnitude& magnitude) co
     if (magnitude == OrbUnitMagnitude::AUTOSCALEUNIT())
         to = autoscaled(scale, value_ == 0,
                         [&](int candidate) { return candidate <= 0 || value_ >= divisor(candidate); });
-    const double number = to < 0 ? static_cast<double>(value_) * power(scale.step, -to) : quotient(value_, divisor(to));
+    const double number = to < 0 ? product(value_, power(scale.step, -to)) : quotient(value_, divisor(to));
     return shown(scale, to, decimal(number, 2, Zeros::Drop));
 }
 

@@ -11,7 +11,7 @@ namespace embedded_host::inventory
 namespace
 {
 
-constexpr std::size_t kPiece = 64 * 1024;
+constexpr std::size_t kPiece = 0x10000;
 
 [[noreturn]] void fail() { throw std::system_error(errno != 0 ? errno : EIO, std::generic_category()); }
 

@@ -100,8 +100,11 @@ void TextInventory::writeDevice(const DeviceRecord& device, std::size_t depth)
         const auto label = labelOf(*property.declaration);
         std::string text = indent + "    " + label + std::string(widest - width(label) + 2, ' ');
         const auto lines = linesOf(property.value);
-        for (std::size_t i = 0; i < lines.size(); ++i)
-            text += (i == 0 ? "" : "\n" + hanging) + lines[i];
+        for (const auto& line : lines) {
+            if (&line != &lines.front())
+                (text += '\n') += hanging;
+            text += line;
+        }
         output_.write(text + "\n");
     }
 }

@@ -26,7 +26,7 @@ Bytes readFile(const std::filesystem::path& path, std::size_t limit)
         throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), utf8FromPath(path));
 
     // Read to the end: the files of the kernel's own file systems do not tell their size.
-    constexpr std::size_t kChunk = 64 * 1024;
+    constexpr std::size_t kChunk = 0x10000;
     Bytes bytes;
     while (file) {
         const auto held = bytes.size();

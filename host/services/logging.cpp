@@ -5,6 +5,7 @@
 #include "utf8.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <map>
 #include <memory>
@@ -78,10 +79,12 @@ bool Logger::log(LOGGER_PRIORITY at, const LoggerStream& message)
     using namespace embedded_host::services;
     if (at < resolvePriority())
         return false;
+    const int error = errno; // whoever logs an error may still tell its number
     if (const auto& taken = sink())
         taken(at, name_, message.text());
     else
         writeToStandardError(at, name_, message.text());
+    errno = error;
     return true;
 }
 

@@ -20,7 +20,7 @@ namespace embedded_host::services
 namespace
 {
 
-constexpr std::size_t kLargestSettingsFile = 1024 * 1024;
+constexpr std::size_t kLargestSettingsFile = 0x100000;
 /// The module asks for its settings under their names with this ending.
 constexpr const char* kKeyEnding = ".value";
 

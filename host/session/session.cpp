@@ -33,7 +33,7 @@ std::string languageFor(const std::string& wanted)
     std::ranges::replace(name, '-', '_');
     if (texts::speaks(name))
         return name;
-    const auto language = name.substr(0, name.find('_'));
+    auto language = name.substr(0, name.find('_'));
     if (texts::speaks(language))
         return language;
     if (!name.empty() && name != "C" && name != "POSIX")

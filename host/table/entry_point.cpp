@@ -131,7 +131,7 @@ std::uint32_t Version::number() const
 
 std::string Version::text() const
 {
-    const std::string twoPart = std::to_string(major) + "." + std::to_string(minor);
+    std::string twoPart = std::to_string(major) + "." + std::to_string(minor);
     switch (form) {
     case Form::TwoPart:
         return twoPart;

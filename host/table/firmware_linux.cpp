@@ -26,9 +26,8 @@ Bytes readKernelFile(const std::filesystem::path& path)
         return platform::readFile(path, kLargestFile);
     } catch (const std::system_error& error) {
         const auto plain = TableError::unreadable(error, name);
-        if (plain.result() != libsmbios2::POPULATE_TABLE_NO_PERMISSION)
-            throw plain;
-        throw TableError(plain.result(), plain.error(), plain.what() + std::string("; run as root"));
+        const bool refused = plain.result() == libsmbios2::POPULATE_TABLE_NO_PERMISSION;
+        throw TableError(plain.result(), plain.error(), plain.what() + std::string(refused ? "; run as root" : ""));
     }
 }
 

@@ -16,7 +16,7 @@ constexpr const char* kEntryPointFile = "smbios_entry_point";
 constexpr const char* kTableFile = "DMI";
 
 /// No table of any real machine comes near this size.
-constexpr std::size_t kLargestFile = 64 * 1024 * 1024;
+constexpr std::size_t kLargestFile = 0x4000000;
 
 /// Reads a saved table: a dump with its entry point in front, a raw structure table (with `smbios_entry_point` beside
 /// it, if there is one), a folder holding both, or a RawSMBIOSData block. Throws TableError.

@@ -40,6 +40,7 @@ TEST(Renderings, DiscreteMeasurements)
         {OrbUnitType::BITS(), 65536, OrbUnitMagnitude::AUTOSCALEUNIT(), "65536 bits"},
         // 2^53 + 1 and its likes: the quotient is rounded once, not the number first.
         {OrbUnitType::WATTS(), 9007199254740993, OrbUnitMagnitude::BASEUNIT(), "9007199254740992 W"},
+        {OrbUnitType::HERTZ(), 9007199254740993, OrbUnitMagnitude::MILLI(), "9007199254740993024 mHz"},
         {OrbUnitType::WATTS(), 18014398509481985, OrbUnitMagnitude::KILO(), "18014398509481.98 kW"},
     };
     for (const auto& each : cases)

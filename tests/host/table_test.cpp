@@ -17,12 +17,9 @@ using libsmbios2::Smbios2;
 using libsmbios2::Smbios2_SysInfo;
 using tests::byte;
 using tests::Bytes;
-using tests::dword;
 using tests::readBytes;
-using tests::Recorded;
 using tests::TableBuilder;
 using tests::TemporaryFolder;
-using tests::word;
 
 /// A BIOS and two boards.
 TableBuilder smallTable()

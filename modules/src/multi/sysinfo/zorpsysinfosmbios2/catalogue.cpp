@@ -9,6 +9,7 @@ using Type = orb5::DataType;
 using Capability = orb5::DeviceCapability;
 using orb5::SysInfoModule;
 
+// NOLINTBEGIN(bugprone-macro-parentheses): types and names cannot stand in parentheses
 #define DECLARE(name, categories, type, capability)                                                                    \
     SysInfoModule::createDeviceProperty(name, categories, Type::type(), Capability::capability())
 
@@ -22,6 +23,7 @@ using orb5::SysInfoModule;
 #include "catalogue.def"
 
 #undef DECLARE
+// NOLINTEND(bugprone-macro-parentheses)
 
 orb5::LocalizedString* const notInstalled = orb5::DiagModule::createLocalizedString("NotInstalled");
 

@@ -31,8 +31,8 @@ char* formatHexBytes(const void* bytes, unsigned char count)
 {
     if (count == 0)
         return nullptr;
-    constexpr unsigned kWritten = 3; // two digits and a hyphen
-    auto* text = static_cast<char*>(std::malloc(count * kWritten + 1u));
+    constexpr std::size_t kWritten = 3; // two digits and a hyphen
+    auto* text = static_cast<char*>(std::malloc(count * kWritten + 1));
     if (text == nullptr)
         throw std::bad_alloc();
     const auto* byte = static_cast<const unsigned char*>(bytes);

@@ -142,14 +142,13 @@ void DiscoverSMBIOS()
     publishRoot();
 
     const unsigned populateResult = Smbios2::instance().populateTable(false);
-    const int populateError = errno;
     if (lum::String saveTablePath; readPath("SaveTable", saveTablePath))
         Smbios2::instance().saveTableToFile(saveTablePath);
 
     // Deliberate: a table from a file is decoded whatever populating it said.
     if (tableFromPlatform && populateResult > 1) {
         if (auto* logger = loggerFor(3))
-            logger->log(3, LoggerStream() + "2655 " + "Could not populate the libSmbios2 table: " + populateError);
+            logger->log(3, LoggerStream() + "2655 " + "Could not populate the libSmbios2 table: " + errno);
         return;
     }
 

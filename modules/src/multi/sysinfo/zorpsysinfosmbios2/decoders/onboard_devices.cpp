@@ -50,10 +50,10 @@ void DiscoverOnBoardDevices()
 {
     GroupDevice devices("OnBoardDevices", "On Board Devices", "SMBIOS:OnBoardDevices");
     forEachStructure(10, [&](Structure s, unsigned) {
-        const unsigned entries = (s.length() - 4u) / 2;
-        for (unsigned entry = 0; entry < entries; ++entry) {
+        const int entries = (s.length() - 4) / 2; // a type byte and a string number each
+        for (int entry = 0; entry < entries; ++entry) {
             devices.open();
-            publishEntry(s, entry, devices);
+            publishEntry(s, static_cast<unsigned>(entry), devices);
         }
     });
     devices.publish();

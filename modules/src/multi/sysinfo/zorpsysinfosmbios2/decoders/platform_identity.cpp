@@ -75,7 +75,7 @@ void DiscoverBIOS()
         d.string(t0_date, byte(0x08));
         // Deliberate: from here on nothing asks for the length, so the shortest structure has these properties too.
         d.set(t0_start, asHandle(s[word(0x06)]));
-        d.set(t0_sz, discrete(OrbUnitType::BYTES())((s[byte(0x09)] + 1u) * 0x10000u));
+        d.set(t0_sz, discrete(OrbUnitType::BYTES())((s[byte(0x09)] + std::uint64_t{1}) * 0x10000));
         d.set(t0_characteristics, biosCharacteristics(s));
         d.set(t0_version, release(s, 0x14));
         d.set(t0_fwversion, release(s, 0x16));
