@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ inline std::string utf8FromPath(const std::filesystem::path& path)
 /// The content of a regular file. Throws std::system_error; a file of more than `limit` bytes is file_too_large, a
 /// device, pipe or folder is not read at all.
 Bytes readFile(const std::filesystem::path& path, std::size_t limit);
+
+/// Whether the path itself is a symbolic link or another kind of signpost to elsewhere.
+bool isLink(const std::filesystem::path& path);
 
 /// Why an operation on a file failed, in the words of the C library whatever the system: "Permission denied".
 std::string reason(const std::system_error& error);
@@ -55,7 +59,7 @@ public:
 private:
     std::filesystem::path target_;
     std::filesystem::path temporary_;
-    int descriptor_ = -1;
+    std::intptr_t handle_ = -1; ///< as the system names open files; -1 for none
 };
 
 } // namespace embedded_host::platform

@@ -5,7 +5,7 @@
 #include "lum.h"
 #include "module_name.h"
 #include "platform/files.h"
-#include "platform/folders.h"
+#include "platform/surroundings.h"
 
 #include <boost/property_tree/ini_parser.hpp>
 

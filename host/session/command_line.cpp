@@ -32,7 +32,7 @@ std::pair<std::string, std::string> setting(const std::string& argument)
 
 } // namespace
 
-CommandLine readCommandLine(int argc, const char* const* argv)
+CommandLine readCommandLine(const std::vector<std::string>& arguments)
 {
     CommandLine line;
     bool catalogue = false;
@@ -63,7 +63,11 @@ CommandLine readCommandLine(int argc, const char* const* argv)
         ->check(CLI::Range(1, 5));
 
     try {
-        app.parse(argc, argv);
+        // Without the program's name, the last argument first, as this parser wants them.
+        std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+        if (!reversed.empty())
+            reversed.pop_back();
+        app.parse(std::move(reversed));
     } catch (const CLI::CallForHelp&) {
         line.action = Action::Help;
         line.help = app.help();

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace embedded_host::session
 {
@@ -26,6 +27,6 @@ struct CommandLine
 
 /// Reads the arguments, the program's own name first. Throws std::runtime_error with a sentence that says what is
 /// wrong.
-CommandLine readCommandLine(int argc, const char* const* argv);
+CommandLine readCommandLine(const std::vector<std::string>& arguments);
 
 } // namespace embedded_host::session

@@ -5,7 +5,7 @@
 #include "devices/registry.h"
 #include "inventory/json_inventory.h"
 #include "inventory/text_inventory.h"
-#include "platform/folders.h"
+#include "platform/surroundings.h"
 #include "services/logging.h"
 #include "table/library.h"
 #include "texts/translations.h"
@@ -136,8 +136,9 @@ using namespace embedded_host;
 
 void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
 {
+    platform::prepareStreams();
     try {
-        auto line = session::readCommandLine(argc, argv);
+        auto line = session::readCommandLine(platform::utf8Arguments(argc, argv));
         lum::LogFactory::setPriority(line.logLevel);
         lum::LumLocale::setGlobalLanguage(languageFor(line.language.value_or(platform::userLanguage())));
         commandLine() = std::move(line);

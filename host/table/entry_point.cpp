@@ -164,6 +164,21 @@ EntryPointReading readEntryPoint(View bytes)
     return {};
 }
 
+std::optional<EntryPoint> scanForEntryPoint(View memory)
+{
+    constexpr std::size_t kBoundary = 0x10;
+    for (const auto anchor : {kAnchor64, kAnchor32, kAnchorLegacy}) {
+        for (std::size_t offset = 0; offset < memory.size(); offset += kBoundary) {
+            const View here = memory.subspan(offset);
+            if (!startsWith(here, anchor))
+                continue;
+            if (auto reading = readEntryPoint(here); reading.entryPoint)
+                return reading.entryPoint;
+        }
+    }
+    return std::nullopt;
+}
+
 Bytes dumpEntryPoint(const EntryPoint& original, std::size_t tableLength)
 {
     Bytes bytes = original.bytes;

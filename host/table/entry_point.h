@@ -59,6 +59,10 @@ struct EntryPointReading
 /// Reads the entry point (_SM3_, _SM_ or _DMI_) that stands at the start of these bytes.
 EntryPointReading readEntryPoint(View bytes);
 
+/// The entry point in a stretch of memory that begins at a 16-byte boundary: a 64-bit one before a 32-bit one before a
+/// legacy one, the first of its kind. One that does not hold is passed over.
+std::optional<EntryPoint> scanForEntryPoint(View memory);
+
 /// Bytes that the entry point of a dump occupies; the table follows it.
 constexpr std::size_t kDumpTableOffset = 0x20;
 

@@ -1,7 +1,11 @@
-// The firmware's table as Linux offers it.
+// The firmware's table as Linux offers it: the kernel's copy, else the machine's memory.
 #include "embedded_host/firmware.h"
 #include "firmware.h"
+#include "platform/physical_memory.h"
 #include "table_error.h"
+
+#include <charconv>
+#include <sstream>
 
 namespace embedded_host
 {
@@ -18,16 +22,22 @@ namespace table
 namespace
 {
 
-/// A file that belongs to the kernel: one that it refuses is refused for want of rights, which the user can mend.
+using platform::PhysicalMemory;
+
+/// What belongs to the kernel is refused to ordinary users, which they can mend; what it refuses to root too is not.
+[[noreturn]] void failFor(const std::system_error& error, const std::filesystem::path& path)
+{
+    const auto plain = TableError::unreadable(error, platform::utf8FromPath(path));
+    const bool refused = error.code() == std::errc::permission_denied;
+    throw TableError(plain.result(), plain.error(), plain.what() + std::string(refused ? "; run as root" : ""));
+}
+
 Bytes readKernelFile(const std::filesystem::path& path)
 {
-    const auto name = platform::utf8FromPath(path);
     try {
         return platform::readFile(path, kLargestFile);
     } catch (const std::system_error& error) {
-        const auto plain = TableError::unreadable(error, name);
-        const bool refused = plain.result() == libsmbios2::POPULATE_TABLE_NO_PERMISSION;
-        throw TableError(plain.result(), plain.error(), plain.what() + std::string(refused ? "; run as root" : ""));
+        failFor(error, path);
     }
 }
 
@@ -54,9 +64,92 @@ private:
     EntryPoint entryPoint_;
 };
 
+/// The address that a line of the EFI system table ("SMBIOS3=0x7f5b6000") gives; 0 without such a line.
+std::uint64_t addressIn(const std::string& systab, const std::string& key)
+{
+    std::istringstream lines(systab);
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.starts_with(key + "=0x"))
+            continue;
+        std::uint64_t address = 0;
+        std::from_chars(line.data() + key.size() + 3, line.data() + line.size(), address, 16);
+        return address;
+    }
+    return 0;
+}
+
+/// The table in the machine's memory.
+class MemoryTable : public FirmwareTable
+{
+public:
+    MemoryTable(std::filesystem::path device, const std::filesystem::path& systab) : device_(std::move(device))
+    {
+        try {
+            const PhysicalMemory memory(device_);
+            auto found = namedBy(systab, memory);
+            if (!found)
+                found = scanForEntryPoint(memory.read(kBiosArea, kBiosAreaSize));
+            if (!found)
+                throw TableError(libsmbios2::POPULATE_TABLE_NONE, ENOENT,
+                                 platform::utf8FromPath(device_) + ": no entry point from 0xF0000 to 0xFFFFF");
+            entryPoint_ = std::move(*found);
+        } catch (const std::system_error& error) {
+            failFor(error, device_);
+        }
+    }
+
+    Version version() const override { return entryPoint_.version; }
+
+    RawTable read() override
+    {
+        const auto length = std::min<std::size_t>(entryPoint_.tableLength, kLargestFile);
+        try {
+            return joined(entryPoint_, PhysicalMemory(device_).read(entryPoint_.tableAddress, length));
+        } catch (const std::system_error& error) {
+            failFor(error, device_);
+        }
+    }
+
+private:
+    static constexpr std::uint64_t kBiosArea = 0xF0000;
+    static constexpr std::size_t kBiosAreaSize = 0x10000;
+
+    /// The entry point whose address the EFI system table gives; none where there is no such table or it is wrong.
+    static std::optional<EntryPoint> namedBy(const std::filesystem::path& systab, const PhysicalMemory& memory)
+    {
+        std::error_code ignored;
+        if (!std::filesystem::exists(systab, ignored))
+            return std::nullopt;
+        const auto bytes = readKernelFile(systab);
+        const std::string text(bytes.begin(), bytes.end());
+        for (const char* key : {"SMBIOS3", "SMBIOS"})
+            if (const auto address = addressIn(text, key); address != 0)
+                if (auto reading = readEntryPoint(memory.read(address, kDumpTableOffset)); reading.entryPoint)
+                    return reading.entryPoint;
+        return std::nullopt;
+    }
+
+    std::filesystem::path device_;
+    EntryPoint entryPoint_;
+};
+
 } // namespace
 
-std::unique_ptr<FirmwareTable> findFirmwareTable() { return std::make_unique<KernelTable>(firmwarePlaces().tables); }
+std::unique_ptr<FirmwareTable> findFirmwareTable()
+{
+    const auto& places = firmwarePlaces();
+    try {
+        return std::make_unique<KernelTable>(places.tables);
+    } catch (const TableError& noCopy) {
+        if (noCopy.result() != libsmbios2::POPULATE_TABLE_NONE)
+            throw;
+        try {
+            return std::make_unique<MemoryTable>(places.memory, places.systab);
+        } catch (const TableError& noMemory) {
+            throw TableError(noMemory.result(), noMemory.error(), noCopy.what() + std::string("; ") + noMemory.what());
+        }
+    }
+}
 
 } // namespace table
 

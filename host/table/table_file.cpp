@@ -71,11 +71,11 @@ std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, c
 std::string refusalToReplace(const std::filesystem::path& path)
 {
     std::error_code error;
-    const auto status = std::filesystem::symlink_status(path, error);
+    if (platform::isLink(path))
+        return "it is a symbolic link";
+    const auto status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found)
         return {};
-    if (is_symlink(status))
-        return "it is a symbolic link";
     if (!is_regular_file(status))
         return error ? error.message() : "it is not a regular file";
     try {

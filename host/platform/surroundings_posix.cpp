@@ -1,6 +1,7 @@
-// Configuration folders and the user's language on POSIX systems.
-#include "folders.h"
+// The process's surroundings on POSIX systems.
+#include "surroundings.h"
 
+#include <csignal>
 #include <cstdlib>
 
 namespace embedded_host::platform
@@ -17,6 +18,14 @@ std::string variable(const char* name)
 }
 
 } // namespace
+
+std::vector<std::string> utf8Arguments(int argc, const char* const* argv) { return {argv, argv + argc}; }
+
+void prepareStreams()
+{
+    // Writing then fails with EPIPE.
+    std::signal(SIGPIPE, SIG_IGN);
+}
 
 std::vector<std::filesystem::path> configurationFolders()
 {

@@ -1,4 +1,4 @@
-// AtomicFile on POSIX systems.
+// Links and files that appear whole, on POSIX systems.
 #include "files.h"
 
 #include <cerrno>
@@ -24,6 +24,8 @@ std::filesystem::path folderOf(const std::filesystem::path& path)
     return path.has_parent_path() ? path.parent_path() : std::filesystem::path(".");
 }
 
+int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
+
 /// The mode that any other program's new files get.
 mode_t usualMode()
 {
@@ -34,22 +36,28 @@ mode_t usualMode()
 
 } // namespace
 
+bool isLink(const std::filesystem::path& path)
+{
+    std::error_code ignored;
+    return is_symlink(std::filesystem::symlink_status(path, ignored));
+}
+
 AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : target_(std::move(target))
 {
     // mkstemp makes a new file that only its owner can read, under a name that nobody can foresee.
     std::string name = target_.string() + ".XXXXXX";
-    descriptor_ = mkstemp(name.data());
-    if (descriptor_ < 0)
+    handle_ = mkstemp(name.data());
+    if (handle_ < 0)
         fail(target_);
     temporary_ = name;
-    if (readers == Readers::Usual && fchmod(descriptor_, usualMode()) != 0)
+    if (readers == Readers::Usual && fchmod(descriptor(handle_), usualMode()) != 0)
         fail(target_);
 }
 
 AtomicFile::~AtomicFile()
 {
-    if (descriptor_ >= 0)
-        close(descriptor_);
+    if (handle_ >= 0)
+        close(descriptor(handle_));
     if (!temporary_.empty())
         unlink(temporary_.c_str());
 }
@@ -57,7 +65,7 @@ AtomicFile::~AtomicFile()
 void AtomicFile::write(std::string_view bytes)
 {
     while (!bytes.empty()) {
-        const auto written = ::write(descriptor_, bytes.data(), bytes.size());
+        const auto written = ::write(descriptor(handle_), bytes.data(), bytes.size());
         if (written < 0 && errno != EINTR)
             fail(target_);
         if (written > 0)
@@ -67,10 +75,10 @@ void AtomicFile::write(std::string_view bytes)
 
 void AtomicFile::commit()
 {
-    if (fsync(descriptor_) != 0)
+    if (fsync(descriptor(handle_)) != 0)
         fail(target_);
-    const int descriptor = std::exchange(descriptor_, -1);
-    if (close(descriptor) != 0 || rename(temporary_.c_str(), target_.c_str()) != 0)
+    const auto handle = std::exchange(handle_, -1);
+    if (close(descriptor(handle)) != 0 || rename(temporary_.c_str(), target_.c_str()) != 0)
         fail(target_);
     temporary_.clear();
 

@@ -1,0 +1,104 @@
+// Links and files that appear whole, on Windows.
+#include "files.h"
+
+#include <memory>
+#include <random>
+#include <utility>
+
+#include <windows.h>
+
+#include <sddl.h>
+
+namespace embedded_host::platform
+{
+
+namespace
+{
+
+[[noreturn]] void fail(const std::filesystem::path& path)
+{
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), utf8FromPath(path));
+}
+
+HANDLE handleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+/// A name beside the target that nobody can foresee.
+std::filesystem::path temporaryBeside(const std::filesystem::path& target)
+{
+    std::random_device random;
+    auto name = target;
+    name += L"." + std::to_wstring(random()) + L".tmp";
+    return name;
+}
+
+/// Full access for the file's owner and for nobody else.
+struct OwnerOnly
+{
+    OwnerOnly()
+    {
+        PSECURITY_DESCRIPTOR made = nullptr;
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)", SDDL_REVISION_1, &made, nullptr);
+        descriptor.reset(made);
+        attributes.nLength = sizeof(attributes);
+        attributes.lpSecurityDescriptor = made;
+    }
+
+    std::unique_ptr<void, decltype(&LocalFree)> descriptor{nullptr, LocalFree};
+    SECURITY_ATTRIBUTES attributes{};
+};
+
+} // namespace
+
+bool isLink(const std::filesystem::path& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : target_(std::move(target))
+{
+    OwnerOnly ownerOnly;
+    if (readers == Readers::Owner && !ownerOnly.descriptor)
+        fail(target_);
+    const auto name = temporaryBeside(target_);
+    const HANDLE file =
+        CreateFileW(name.c_str(), GENERIC_WRITE, 0, readers == Readers::Owner ? &ownerOnly.attributes : nullptr,
+                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        fail(target_);
+    handle_ = reinterpret_cast<std::intptr_t>(file);
+    temporary_ = name;
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (handle_ != -1)
+        CloseHandle(handleOf(handle_));
+    if (!temporary_.empty())
+        DeleteFileW(temporary_.c_str());
+}
+
+void AtomicFile::write(std::string_view bytes)
+{
+    constexpr std::size_t kPiece = 0x1000000;
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        const auto piece = static_cast<DWORD>(bytes.size() < kPiece ? bytes.size() : kPiece);
+        if (WriteFile(handleOf(handle_), bytes.data(), piece, &written, nullptr) == 0)
+            fail(target_);
+        bytes.remove_prefix(written);
+    }
+}
+
+void AtomicFile::commit()
+{
+    if (FlushFileBuffers(handleOf(handle_)) == 0)
+        fail(target_);
+    const auto handle = std::exchange(handle_, -1);
+    if (CloseHandle(handleOf(handle)) == 0 ||
+        MoveFileExW(temporary_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0)
+        fail(target_);
+    temporary_.clear();
+}
+
+} // namespace embedded_host::platform

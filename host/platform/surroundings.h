@@ -1,0 +1,24 @@
+// What the process was given: arguments and streams, folders for settings, the user's language.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace embedded_host::platform
+{
+
+/// The arguments as UTF-8, whatever the code page in which `main` got them.
+std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
+
+/// Makes standard output take UTF-8 and leave every byte as it is; a reader who goes away is an error of writing and no
+/// end of the process.
+void prepareStreams();
+
+/// The folders that may hold settings, the user's before the system's.
+std::vector<std::filesystem::path> configurationFolders();
+
+/// The user's language as the system names it ("de_DE.UTF-8", "zh-CN", "C"); empty when it says nothing.
+std::string userLanguage();
+
+} // namespace embedded_host::platform

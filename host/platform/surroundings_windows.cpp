@@ -1,0 +1,72 @@
+// The process's surroundings on Windows.
+#include "surroundings.h"
+
+#include "files.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <io.h>
+#include <memory>
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace embedded_host::platform
+{
+
+namespace
+{
+
+std::string utf8From(std::wstring_view wide) { return utf8FromPath(std::filesystem::path(wide)); }
+
+/// The code page of the console before this program changed it.
+UINT consoleCodePage = 0;
+
+void restoreConsole() { SetConsoleOutputCP(consoleCodePage); }
+
+} // namespace
+
+std::vector<std::string> utf8Arguments(int argc, const char* const* argv)
+{
+    // What main got has lost every character that the code page does not have; the system still knows them. Arguments
+    // that are not the process's are taken as they are.
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> wide(CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+    if (count != argc || !wide)
+        return {argv, argv + argc};
+    std::vector<std::string> arguments;
+    for (int i = 0; i < count; ++i)
+        arguments.push_back(utf8From(wide.get()[i]));
+    return arguments;
+}
+
+void prepareStreams()
+{
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    if (consoleCodePage == 0 && (consoleCodePage = GetConsoleOutputCP()) != 0) {
+        SetConsoleOutputCP(CP_UTF8);
+        std::atexit(restoreConsole);
+    }
+}
+
+std::vector<std::filesystem::path> configurationFolders()
+{
+    std::vector<std::filesystem::path> folders;
+    for (const wchar_t* name : {L"APPDATA", L"ProgramData"})
+        if (const wchar_t* folder = _wgetenv(name); folder != nullptr)
+            folders.emplace_back(folder);
+    return folders;
+}
+
+std::string userLanguage()
+{
+    std::array<wchar_t, LOCALE_NAME_MAX_LENGTH> name{};
+    const int length = LCIDToLocaleName(GetUserDefaultUILanguage(), name.data(), static_cast<int>(name.size()), 0);
+    return length > 0 ? utf8From(name.data()) : std::string();
+}
+
+} // namespace embedded_host::platform

@@ -1,0 +1,14 @@
+// Systems whose firmware table this host cannot read yet; saved tables work there all the same.
+#include "firmware.h"
+#include "table_error.h"
+
+namespace embedded_host::table
+{
+
+std::unique_ptr<FirmwareTable> findFirmwareTable()
+{
+    throw TableError(libsmbios2::POPULATE_TABLE_NONE, ENOSYS,
+                     "this system's firmware table cannot be read yet; name a saved one with LoadTable");
+}
+
+} // namespace embedded_host::table

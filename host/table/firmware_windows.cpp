@@ -1,0 +1,48 @@
+// The firmware's table as Windows offers it.
+#include "firmware.h"
+#include "table_error.h"
+
+#include <windows.h>
+
+namespace embedded_host::table
+{
+
+namespace
+{
+
+/// The block with the table; Windows hands out no entry point.
+class SystemTable : public FirmwareTable
+{
+public:
+    SystemTable() : raw_(readWindowsBlock(block(), kName, [](const std::string& /*remark*/) {})) {}
+
+    Version version() const override { return raw_.version; }
+
+    RawTable read() override { return raw_; }
+
+private:
+    static constexpr const char* kName = "GetSystemFirmwareTable(RSMB)";
+
+    static Bytes block()
+    {
+        constexpr DWORD kProvider = 'R' << 24 | 'S' << 16 | 'M' << 8 | 'B';
+        const UINT size = GetSystemFirmwareTable(kProvider, 0, nullptr, 0);
+        Bytes bytes(size);
+        if (size == 0 || GetSystemFirmwareTable(kProvider, 0, bytes.data(), size) != size) {
+            const std::system_error error(static_cast<int>(GetLastError()), std::system_category());
+            const auto plain = TableError::unreadable(error, kName);
+            const bool refused = plain.result() == libsmbios2::POPULATE_TABLE_NO_PERMISSION;
+            throw TableError(plain.result(), plain.error(),
+                             plain.what() + std::string(refused ? "; run as administrator" : ""));
+        }
+        return bytes;
+    }
+
+    RawTable raw_;
+};
+
+} // namespace
+
+std::unique_ptr<FirmwareTable> findFirmwareTable() { return std::make_unique<SystemTable>(); }
+
+} // namespace embedded_host::table
