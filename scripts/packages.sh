@@ -19,3 +19,6 @@ install_missing() {
 # What building needs, and what testing needs on top of it.
 build_packages=(cmake g++ libboost-dev libcli11-dev ninja-build rapidjson-dev)
 test_packages=(dmidecode libgtest-dev python3)
+
+# What the live tests need; without these they are skipped.
+live_packages=(cpio g++-mingw-w64-x86-64-posix qemu-system-x86 wine wine64)
