@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
 
 namespace embedded_host::inventory
 {
@@ -13,7 +14,15 @@ namespace embedded_host::inventory
 namespace
 {
 
-bool isPlain(unsigned char byte) { return byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\'; }
+/// Which bytes stand for themselves in a JSON text.
+constexpr auto kPlain = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = 0x20; byte < 0x7F; ++byte)
+        plain[byte] = byte != '"' && byte != '\\';
+    return plain;
+}();
+
+bool isPlain(char byte) { return kPlain[static_cast<unsigned char>(byte)]; }
 
 void appendEscape(std::string& out, char32_t code)
 {
@@ -52,9 +61,8 @@ void JsonWriter::text(std::string_view value)
 {
     quoted_.clear();
     appendQuoted(quoted_, value);
-    writer_.RawValue(quoted_.data(), quoted_.size(), rapidjson::kStringType);
+    Prefix(rapidjson::kStringType);
+    std::memcpy(buffer_.Push(quoted_.size()), quoted_.data(), quoted_.size());
 }
-
-void JsonWriter::number(double value) { writer_.Double(value); }
 
 } // namespace embedded_host::inventory

@@ -12,21 +12,23 @@ namespace embedded_host::inventory
 
 /// Writes JSON without blanks. Texts may be any bytes: ill-formed UTF-8 is replaced, and what a terminal would obey is
 /// written as an escape, so a document may be looked at anywhere.
-class JsonWriter
+class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer>
 {
 public:
-    void beginObject() { writer_.StartObject(); }
-    void endObject() { writer_.EndObject(); }
-    void beginArray() { writer_.StartArray(); }
-    void endArray() { writer_.EndArray(); }
+    JsonWriter() { Reset(buffer_); }
+
+    void beginObject() { StartObject(); }
+    void endObject() { EndObject(); }
+    void beginArray() { StartArray(); }
+    void endArray() { EndArray(); }
 
     void key(std::string_view name) { text(name); }
     void text(std::string_view value);
-    void number(double value);
-    void number(std::uint64_t value) { writer_.Uint64(value); }
-    void number(int value) { writer_.Int(value); }
-    void flag(bool value) { writer_.Bool(value); }
-    void null() { writer_.Null(); }
+    void number(double value) { Double(value); }
+    void number(std::uint64_t value) { Uint64(value); }
+    void number(int value) { Int(value); }
+    void flag(bool value) { Bool(value); }
+    void null() { Null(); }
 
     /// What was written so far.
     std::string_view written() const { return {buffer_.GetString(), buffer_.GetSize()}; }
@@ -35,12 +37,11 @@ public:
     void clear()
     {
         buffer_.Clear();
-        writer_.Reset(buffer_);
+        Reset(buffer_);
     }
 
 private:
     rapidjson::StringBuffer buffer_;
-    rapidjson::Writer<rapidjson::StringBuffer> writer_{buffer_};
     std::string quoted_;
 };
 

@@ -98,8 +98,8 @@ void TextInventory::writeDevice(const DeviceRecord& device, std::size_t depth)
         if (!isShown(*property.declaration, detail_))
             continue;
         const auto label = labelOf(*property.declaration);
-        std::string text = indent + "    " + label;
-        text.append(widest - width(label) + 2, ' ');
+        std::string text = indent;
+        text.append("    ").append(label).append(widest - width(label) + 2, ' ');
         const auto lines = linesOf(property.value);
         for (const auto& line : lines) {
             if (&line != &lines.front())
