@@ -43,10 +43,8 @@ struct ValueAsJson
         json.beginObject();
         json.key("value");
         json.number(measurement.value());
-        json.key("unit");
-        json.text(measurement.unit().name());
-        json.key("text");
-        json.text(view(measurement.toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())));
+        json.member("unit", measurement.unit().name());
+        json.member("text", view(measurement.toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())));
         json.endObject();
     }
 };
@@ -54,8 +52,7 @@ struct ValueAsJson
 void writeChild(JsonWriter& json, const ChildBusId& child)
 {
     json.beginObject();
-    json.key("bus");
-    json.text(child.bus.name());
+    json.member("bus", child.bus.name());
     json.key("id");
     if (child.id)
         json.text(*child.id);
@@ -67,22 +64,17 @@ void writeChild(JsonWriter& json, const ChildBusId& child)
 void writeDevice(JsonWriter& json, const DeviceRecord& device)
 {
     json.beginObject();
-    json.key("uid");
-    json.text(device.uid);
-    json.key("name");
-    json.text(device.name);
-    json.key("identifier");
-    json.text(device.identifier);
-    json.key("description");
-    json.text(device.description);
+    json.member("uid", device.uid);
+    json.member("name", device.name);
+    json.member("identifier", device.identifier);
+    json.member("description", device.description);
     json.key("capabilities");
     writeCapabilities(json, device.capabilities);
     if (!device.uids.empty()) {
         json.key("uids");
         json.beginObject();
         for (const auto& [kind, uid] : device.uids) {
-            json.key(std::to_string(kind));
-            json.text(uid);
+            json.member(std::to_string(kind), uid);
         }
         json.endObject();
     }
@@ -106,12 +98,9 @@ void writeDevice(JsonWriter& json, const DeviceRecord& device)
 void writeModule(JsonWriter& json, const ModuleInfo& module)
 {
     json.beginObject();
-    json.key("name");
-    json.text(module.name);
-    json.key("version");
-    json.text(std::to_string(module.major) + "." + std::to_string(module.minor));
-    json.key("build");
-    json.text(module.build);
+    json.member("name", module.name);
+    json.member("version", std::to_string(module.major) + "." + std::to_string(module.minor));
+    json.member("build", module.build);
     json.key("capabilities");
     writeCapabilities(json, module.capabilities);
     json.endObject();
@@ -123,8 +112,7 @@ void JsonInventory::beginDocument()
 {
     begun_ = true;
     writer_.beginObject();
-    writer_.key("format");
-    writer_.text("zorp-sysinfo-1");
+    writer_.member("format", "zorp-sysinfo-1");
     writer_.key("module");
     writeModule(writer_, moduleInfo());
     writer_.key("devices");
@@ -161,23 +149,19 @@ void writeCatalogueAsJson(Output& output)
 {
     JsonWriter json;
     json.beginObject();
-    json.key("format");
-    json.text("zorp-catalogue-1");
+    json.member("format", "zorp-catalogue-1");
     json.key("properties");
     json.beginArray();
     for (const auto* property : declaredProperties()) {
         json.beginObject();
-        json.key("name");
-        json.text(property->name);
-        json.key("type");
-        json.text(property->type.name());
+        json.member("name", property->name);
+        json.member("type", property->type.name());
         json.key("categories");
         json.beginArray();
         for (const auto* category : categoryNames(property->categories))
             json.text(category);
         json.endArray();
-        json.key("capability");
-        json.text(property->capability.name());
+        json.member("capability", property->capability.name());
         json.endObject();
     }
     json.endArray();

@@ -23,6 +23,11 @@ public:
     void endArray() { EndArray(); }
 
     void key(std::string_view name) { text(name); }
+    void member(std::string_view name, std::string_view value)
+    {
+        key(name);
+        text(value);
+    }
     void text(std::string_view value);
     void number(double value) { Double(value); }
     void number(std::uint64_t value) { Uint64(value); }

@@ -69,7 +69,6 @@ void DiscoverPointingDevice()
 void DiscoverBattery()
 {
     const auto millivolts = measured(OrbUnitType::VOLTS(), OrbUnitMagnitude::MILLI());
-    const auto percent = [](double raw) { return Value(Value(raw, orb5::DataType::PERCENT()).toString()); };
 
     forEachStructure(22, [&](Structure s, unsigned index) {
         StructureDevice d(s, "Battery", "Battery", index);

@@ -33,13 +33,11 @@ void addPlace(StructureDevice& d, const Probe& probe)
 template <class Level, class Step, class Nominal>
 void addReadings(StructureDevice& d, const Probe& probe, Level level, Step step, Nominal nominal)
 {
-    // Deliberate: the standard's hundredths of a percent, undivided.
-    const auto percent = [](double raw) { return Value(Value(raw, orb5::DataType::PERCENT()).toString()); };
-
     d.show(probe.max, word(0x06), unknownAt(kUnknownReading, level));
     d.show(probe.min, word(0x08), unknownAt(kUnknownReading, level));
     d.show(probe.resolution, word(0x0A), unknownAt(kUnknownReading, step));
     d.show(probe.tolerance, word(0x0C), unknownAt(kUnknownReading, level));
+    // Deliberate: the standard's hundredths of a percent, undivided.
     d.show(probe.accuracy, word(0x0E), unknownAt(kUnknownReading, percent));
     d.show(probe.oemFlags, dword(0x10), discrete(OrbUnitType::HEXADECIMAL32()));
     d.show(probe.nominal, word(0x14), unknownAt(kUnknownReading, nominal));

@@ -18,6 +18,9 @@ inline orb5::Value integer(unsigned raw) { return orb5::Value(static_cast<int>(r
 /// A handle as text.
 inline orb5::Value asHandle(unsigned raw) { return orb5::Value(handleText(raw)); }
 
+/// A percentage as text, the number as it stands.
+inline orb5::Value percent(double raw) { return orb5::Value(orb5::Value(raw, orb5::DataType::PERCENT()).toString()); }
+
 /// The number formatted by a printf format that takes an int.
 inline auto formatted(const char* format)
 {
