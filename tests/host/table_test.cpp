@@ -2,6 +2,7 @@
 #include "embedded_host/firmware.h"
 #include "smbios2.h"
 #include "support/recorded_session.h"
+#include "table/entry_point.h"
 #include "table/library.h"
 
 #include <cerrno>
@@ -272,7 +273,7 @@ TEST(Walk, BytesBehindTheTableAreZeroAndOurs)
 class Firmware
 {
 public:
-    Firmware() { embedded_host::firmwarePlaces().tables = folder_.path(); }
+    Firmware() { embedded_host::firmwarePlaces() = {folder_.path(), folder_ / "systab", folder_ / "mem"}; }
     ~Firmware() { embedded_host::firmwarePlaces() = before_; }
     Firmware(const Firmware&) = delete;
     Firmware& operator=(const Firmware&) = delete;
@@ -320,6 +321,60 @@ TEST(LiveTable, FailuresAreToldApart)
     EXPECT_EQ(library.isPresent(), 0);
     EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_MALFORMED);
     EXPECT_EQ(count(2), 0u);
+}
+
+TEST(LiveTable, TheMachinesMemoryIsReadFromACharacterDeviceOnly)
+{
+    const Firmware firmware;
+    firmware.folder().file("mem", Bytes(0x100000));
+    const auto log = tests::discover(tests::Settings{}).messages("Smbios2");
+    ASSERT_EQ(log.size(), 1u);
+    EXPECT_TRUE(log[0].ends_with("mem: No such device")) << log[0];
+}
+
+TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
+{
+    using embedded_host::table::scanForEntryPoint;
+    const auto table = smallTable();
+    const auto memory = [](std::initializer_list<std::pair<std::size_t, Bytes>> parts) {
+        Bytes bytes(0x200);
+        for (const auto& [offset, dump] : parts)
+            std::copy_n(dump.begin(), 0x20, bytes.begin() + static_cast<std::ptrdiff_t>(offset));
+        return bytes;
+    };
+    const auto versionIn = [&](const Bytes& bytes) {
+        const auto found = scanForEntryPoint(bytes);
+        return found ? found->version.text() : "(none)";
+    };
+    auto broken = table.dump64(3, 1, 1);
+    broken[0x05] ^= 1;
+    const auto wide = table.dump64(3, 1, 1);
+    const auto narrow = table.dump32(2, 7);
+    const auto legacy = table.dumpLegacy(2, 1);
+    EXPECT_EQ(versionIn(memory({{0x10, legacy}, {0x40, narrow}, {0x1E0, wide}})), "3.1.1");
+    EXPECT_EQ(versionIn(memory({{0x10, broken}, {0x80, narrow}})), "2.7") << "what does not hold is passed over";
+    EXPECT_EQ(versionIn(memory({{0x10, broken}, {0x80, wide}})), "3.1.1");
+    EXPECT_EQ(versionIn(memory({{0x10, legacy}})), "2.1");
+    EXPECT_EQ(versionIn(memory({{0x18, wide}})), "(none)") << "not on a boundary of 16 bytes";
+    EXPECT_EQ(versionIn(memory({})), "(none)");
+    auto cut = memory({{0x1E0, wide}});
+    cut.resize(0x1F0);
+    EXPECT_EQ(versionIn(cut), "(none)");
+}
+
+TEST(LiveTable, AThousandDiscoveriesInOneProcessAgree)
+{
+    const Firmware firmware;
+    firmware.offer(smallTable().dump64(3, 3, 0), 0x18);
+    const TemporaryFolder folder;
+    const auto path = folder.file("t.dmi", smallTable().dump32(2, 7)).string();
+    const auto live = tests::inventoryText(tests::discover(tests::Settings{}).devices);
+    const auto loaded = tests::inventoryText(tests::discover({{"LoadTable", path}}).devices);
+    EXPECT_NE(live, loaded);
+    for (int i = 0; i < 500; ++i) {
+        ASSERT_EQ(tests::inventoryText(tests::discover(tests::Settings{}).devices), live);
+        ASSERT_EQ(tests::inventoryText(tests::discover({{"LoadTable", path}}).devices), loaded);
+    }
 }
 
 TEST(LiveTable, AFileOfAnEarlierDiscoveryIsForgotten)

@@ -147,7 +147,7 @@ TEST(LoadTable, AnEmptyPathMeansTheFirmware)
 {
     const TemporaryFolder empty;
     const auto before = embedded_host::firmwarePlaces();
-    embedded_host::firmwarePlaces().tables = empty.path();
+    embedded_host::firmwarePlaces() = {empty.path(), empty / "systab", empty / "mem"};
     const Threshold everything(2);
     const auto recorded = discover({{"LoadTable", ""}});
     embedded_host::firmwarePlaces() = before;

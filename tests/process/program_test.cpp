@@ -56,7 +56,7 @@ rapidjson::Document parsed(const std::string& text)
     return document;
 }
 
-TEST(Json, TheDocumentIsExactlyTheContracts)
+TEST(Json, TheDocumentToTheByte)
 {
     TableBuilder table;
     table.add(2, 0x0002, 0x11).text(0x04, "A\"\\\t\n\x1B\x7F\xC2\x9B\xE4\xB8\xAD\xE2\x80\xAE/").put(byte(0x0E), 1);
