@@ -87,6 +87,15 @@ paths() {
     grep -q '2603 Could not load SMBIOS table from file: fehlt-缺.dmi' windows.log || fail "names in the log"
 }
 
+# What the program imports is part of every Windows.
+dlls() {
+    command -v x86_64-w64-mingw32-objdump >/dev/null || skip "x86_64-w64-mingw32-objdump is not installed"
+    x86_64-w64-mingw32-objdump -p "$windows" | sed -n 's/.*DLL Name: //p' | tr 'A-Z' 'a-z' | sort >imported
+    printf '%s\n' advapi32.dll kernel32.dll msvcrt.dll shell32.dll >system
+    [ -s imported ] || fail "no import was found"
+    comm -23 imported system | grep . && fail "it needs more than Windows has" || true
+}
+
 lines() {
     on_windows -s LoadTable="$sample" >windows.out 2>windows.log
     on_windows --nonsense >mistake.out
@@ -111,6 +120,6 @@ writes() {
 }
 
 case $case_name in
-tables | live | blocks | paths | lines | writes) "$case_name" ;;
+tables | live | blocks | paths | dlls | lines | writes) "$case_name" ;;
 *) fail "no case $case_name" ;;
 esac
