@@ -18,7 +18,9 @@ using orb5::SysInfoModule;
 #define UNKEPT(name, tier, type)                                                                                       \
     [[maybe_unused]] static const bool name =                                                                          \
         DECLARE(#name, Category::SysInfo() | Category::tier(), type, SMBIOS_Struct) != nullptr;
-#define SPECIAL(descriptor, name, categories, type, capability)                                                        \
+#define SPECIAL(name, categories, type, capability)                                                                    \
+    orb5::DeviceProperty* const name = DECLARE(#name, categories, type, capability);
+#define NAMED(descriptor, name, categories, type, capability)                                                          \
     orb5::DeviceProperty* const descriptor = DECLARE(name, categories, type, capability);
 #include "catalogue.def"
 

@@ -10,7 +10,8 @@ namespace zorpsysinfosmbios2
 
 #define PROPERTY(name, tier, type) extern orb5::DeviceProperty* const name;
 #define UNKEPT(name, tier, type)
-#define SPECIAL(descriptor, name, categories, type, capability) extern orb5::DeviceProperty* const descriptor;
+#define SPECIAL(name, categories, type, capability) extern orb5::DeviceProperty* const name;
+#define NAMED(descriptor, name, categories, type, capability) extern orb5::DeviceProperty* const descriptor;
 #include "catalogue.def"
 
 /// The size of an empty memory socket, in the user's language.
