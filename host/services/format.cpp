@@ -43,7 +43,7 @@ String SprintfFormat(const char* format, ...)
     const int length = std::vsnprintf(nullptr, 0, format, arguments);
     va_end(arguments);
     std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, again); // NOLINT(clang-analyzer-valist.Uninitialized): copied
+    std::vsnprintf(text.data(), text.size() + 1, format, again);
     va_end(again);
     return String(text);
 }

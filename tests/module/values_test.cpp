@@ -161,6 +161,7 @@ const Row kRows[] = {
     {"a_slot_nowhere_has_no_bus", s(9, 0x11).bytes(0x0F, {0xFF, 0xFF}), "t9_pci_busid", "(absent)"},
     {"a_slot_may_be_on_bus_FFh", s(9, 0x11).bytes(0x0F, {0xFF, 8}), "t9_pci_busid", "255"},
     {"a_slot_may_be_device_31", s(9, 0x11).bytes(0x0F, {3, 0xFF}), "t9_pci_device", "31"},
+    {"a_slot_may_be_function_7", s(9, 0x11).bytes(0x0F, {3, 0xFF}), "t9_pci_function", "7"},
 
     // string lists, languages and groups
     {"oem_strings_keep_blanks", s(11, 0x05).put(byte(0x04), 5).string("a").string("   ").string("b "), "t11_oemstrings",

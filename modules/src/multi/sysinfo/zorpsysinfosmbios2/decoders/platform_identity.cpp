@@ -158,7 +158,7 @@ void DiscoverEnclosure()
         d.show(t3_oem_defined, dword(0x0D), handleSized);
         d.show(t3_height, byte(0x11), unknownAt(0, formatted("%i U")));
         d.show(t3_power_cords, byte(0x12), unknownAt(0, formatted("%d")));
-        // Deliberate: at its place without contained elements, however many there are.
+        // Deliberate: always at 18h, however many contained elements there are.
         d.string(t3_sku, byte(0x18));
         d.publish();
     });
