@@ -55,8 +55,7 @@ lum::String Smbios2_SysInfo::getLocalizedEnumFieldString(const unsigned char& ty
     const char* english = getEnumFieldString(type, offset, value, width, shift);
     if (english == nullptr)
         return {};
-    const auto translated = texts::translation(lum::LumLocale::getGlobalLocale().language(), english);
-    return translated.empty() ? lum::String(english) : lum::String(translated);
+    return lum::String(texts::translated(lum::LumLocale::getGlobalLocale().language(), english));
 }
 
 bool Smbios2_SysInfo::isKnownEnum(const char* text)

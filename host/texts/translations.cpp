@@ -1,6 +1,8 @@
 // The catalogues of localized texts, one table for each language, each sorted by key.
 #include "translations.h"
 
+#include "english.h"
+
 #include <algorithm>
 #include <iterator>
 #include <span>
@@ -11,21 +13,10 @@ namespace embedded_host::texts
 namespace
 {
 
-struct Translation
-{
-    std::string_view key;
-    std::string_view text;
-};
-
 struct Catalogue
 {
     std::string_view language;
     std::span<const Translation> translations;
-};
-
-/// English is what everything is asked for in; only keys that are not their own text stand here.
-constexpr Translation kEnglish[] = {
-    {"NotInstalled", "Not Installed"},
 };
 
 constexpr Catalogue kCatalogues[] = {{"en", kEnglish}};
@@ -51,6 +42,14 @@ std::string_view translation(std::string_view language, std::string_view key)
         return {};
     const auto found = std::ranges::lower_bound(catalogue->translations, key, {}, &Translation::key);
     return found != catalogue->translations.end() && found->key == key ? found->text : std::string_view();
+}
+
+std::string_view translated(std::string_view language, std::string_view english)
+{
+    if (language == "en")
+        return english;
+    const auto text = translation(language, english);
+    return text.empty() ? english : text;
 }
 
 bool speaks(std::string_view language) { return catalogueOf(language) != nullptr; }

@@ -3,6 +3,7 @@
 #include "embedded_host/firmware.h"
 #include "logging.h"
 #include "support/recorded_session.h"
+#include "texts/translations.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -213,8 +214,11 @@ TEST(Settings, UnknownOnesAreToldOnceDevicesCame)
 TEST(Catalogue, Holds315PropertiesAndOneText)
 {
     std::set<std::string> names;
-    for (const auto* property : embedded_host::declaredProperties())
+    for (const auto* property : embedded_host::declaredProperties()) {
         names.insert(property->name);
+        const auto label = "LocalizedString.propname_" + property->name;
+        EXPECT_FALSE(embedded_host::texts::translation("en", label).empty()) << "a label for " << property->name;
+    }
     EXPECT_EQ(embedded_host::declaredProperties().size(), 315u);
     EXPECT_EQ(names.size(), 315u);
     EXPECT_EQ(embedded_host::declaredProperties().front()->name, "smbios2_hdr_type");
