@@ -88,19 +88,25 @@ void TextInventory::writeDevice(const DeviceRecord& device, std::size_t depth)
     const std::string indent(2 * std::min(depth, kDeepestIndent), ' ');
     output_.write(indent + printable(device.name) + "\n");
 
+    struct Row
+    {
+        std::string label;
+        const orb5::Value& value;
+    };
+    std::vector<Row> rows;
     std::size_t widest = 0;
-    for (const auto& property : device.properties)
-        if (isShown(*property.declaration, detail_))
-            widest = std::max(widest, width(labelOf(*property.declaration)));
-
-    const std::string hanging = indent + std::string(4 + widest + 2, ' ');
     for (const auto& property : device.properties) {
         if (!isShown(*property.declaration, detail_))
             continue;
-        const auto label = labelOf(*property.declaration);
+        rows.push_back({labelOf(*property.declaration), property.value});
+        widest = std::max(widest, width(rows.back().label));
+    }
+
+    const std::string hanging = indent + std::string(4 + widest + 2, ' ');
+    for (const auto& row : rows) {
         std::string text = indent;
-        text.append("    ").append(label).append(widest - width(label) + 2, ' ');
-        const auto lines = linesOf(property.value);
+        text.append("    ").append(row.label).append(widest - width(row.label) + 2, ' ');
+        const auto lines = linesOf(row.value);
         for (const auto& line : lines) {
             if (&line != &lines.front())
                 (text += '\n') += hanging;

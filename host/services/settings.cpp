@@ -22,7 +22,7 @@ namespace
 
 constexpr std::size_t kLargestSettingsFile = 0x100000;
 /// The module asks for its settings under their names with this ending.
-constexpr const char* kKeyEnding = ".value";
+constexpr std::string_view kKeyEnding = ".value";
 
 struct Setting
 {
@@ -84,7 +84,7 @@ void readSettings(const SettingsSource& source)
 {
     Settings fresh;
     for (const auto& [name, value] : source.given)
-        fresh.given[name + kKeyEnding].value = value;
+        fresh.given[name + std::string(kKeyEnding)].value = value;
     if (const auto file = settingsFile(source))
         readFileInto(fresh, *file);
     settings() = std::move(fresh);
@@ -94,7 +94,8 @@ void reportUnusedSettings()
 {
     for (const auto& [key, setting] : settings().given)
         if (!setting.asked)
-            log(3, "settings", "the setting " + key.substr(0, key.size() - 6) + " is not known and has no effect");
+            log(3, "settings",
+                "the setting " + key.substr(0, key.size() - kKeyEnding.size()) + " is not known and has no effect");
     for (const auto& [place, setting] : settings().fromFile)
         if (!setting.asked)
             log(3, "settings",

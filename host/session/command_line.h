@@ -1,7 +1,7 @@
 // What the command line asks for.
 #pragma once
 
-#include "services/settings.h"
+#include "embedded_host/settings_source.h"
 
 #include <optional>
 #include <string>
@@ -18,7 +18,7 @@ struct CommandLine
     Action action = Action::Discover;
     Format format = Format::Text;
     std::optional<std::string> output; ///< file; none for standard output
-    services::SettingsSource settings;
+    SettingsSource settings;
     std::optional<std::string> language; ///< none: the environment's
     bool all = false;
     int logLevel = 3;

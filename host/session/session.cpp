@@ -7,6 +7,7 @@
 #include "inventory/text_inventory.h"
 #include "platform/surroundings.h"
 #include "services/logging.h"
+#include "services/settings.h"
 #include "table/library.h"
 #include "texts/translations.h"
 
@@ -70,15 +71,14 @@ public:
 
 void printInventory(const session::CommandLine& line, inventory::Output& output)
 {
-    const DiscoveryOptions options{line.settings.given, line.settings.file};
     if (line.format == session::Format::Text) {
         inventory::TextInventory text(output, line.all ? inventory::Detail::All : inventory::Detail::Usual);
-        discover(options, text);
+        discover(line.settings, text);
         text.end();
     } else {
         using Layout = inventory::JsonInventory::Layout;
         inventory::JsonInventory json(output, line.format == session::Format::Json ? Layout::Document : Layout::Lines);
-        discover(options, json);
+        discover(line.settings, json);
         json.end();
     }
 }
@@ -108,13 +108,13 @@ void print(const session::CommandLine& line, inventory::Output& output)
 
 } // namespace
 
-void discover(const DiscoveryOptions& options, DeviceSink& sink)
+void discover(const SettingsSource& settings, DeviceSink& sink)
 {
     const auto callback = devices::registry().discover;
     if (callback == nullptr)
         fail("no module has registered a discovery");
     try {
-        services::readSettings({options.settings, options.settingsFile});
+        services::readSettings(settings);
     } catch (const std::runtime_error& error) {
         fail(error.what());
     }

@@ -21,30 +21,29 @@ std::string hex(std::size_t number)
     return text.data();
 }
 
-/// Where a string set that starts at `offset` ends, behind its two NUL bytes; nothing when the table ends first.
-std::optional<std::size_t> endOfStrings(View table, std::size_t offset)
+} // namespace
+
+std::optional<std::size_t> endOfStrings(View bytes, std::size_t offset)
 {
-    while (offset + 1 < table.size()) {
-        const auto* start = table.data() + offset;
-        const auto* nul = static_cast<const unsigned char*>(std::memchr(start, 0, table.size() - offset - 1));
+    while (offset + 1 < bytes.size()) {
+        const auto* start = bytes.data() + offset;
+        const auto* nul = static_cast<const unsigned char*>(std::memchr(start, 0, bytes.size() - offset - 1));
         if (nul == nullptr)
             break;
         if (nul[1] == 0)
-            return static_cast<std::size_t>(nul - table.data()) + 2;
-        offset = static_cast<std::size_t>(nul - table.data()) + 1;
+            return static_cast<std::size_t>(nul - bytes.data()) + 2;
+        offset = static_cast<std::size_t>(nul - bytes.data()) + 1;
     }
     return std::nullopt;
 }
 
-} // namespace
-
-Image::Image(RawTable raw, const FaultSink& faults) : raw_(std::move(raw)), length_(raw_.bytes.size())
+Image::Image(RawTable raw, const Remarks& faults) : raw_(std::move(raw)), length_(raw_.bytes.size())
 {
     raw_.bytes.resize(length_ + kZeroTail);
     index(walk(faults));
 }
 
-std::vector<Image::Found> Image::walk(const FaultSink& faults)
+std::vector<Image::Found> Image::walk(const Remarks& faults)
 {
     const View table = View(raw_.bytes).first(length_);
     const std::size_t limit = raw_.entryPoint ? raw_.entryPoint->structures : 0;

@@ -9,6 +9,12 @@
 namespace embedded_host::table
 {
 
+/// Takes what is wrong with a table or its file, and what is done about it: once for each fault.
+using Remarks = std::function<void(const std::string& remark)>;
+
+/// Where a string set that starts at `offset` ends, behind its two NUL bytes; nothing when the bytes end first.
+std::optional<std::size_t> endOfStrings(View bytes, std::size_t offset);
+
 /// A table as its source gave it, nothing in it believed yet.
 struct RawTable
 {
@@ -21,12 +27,9 @@ struct RawTable
 class Image
 {
 public:
-    /// Takes what went wrong, and where: once for each fault.
-    using FaultSink = std::function<void(const std::string& fault)>;
-
     /// Walks the table once. It ends at the entry point's structure count where there is one, else at the type 127
     /// structure, in every case at the last byte.
-    Image(RawTable raw, const FaultSink& faults);
+    Image(RawTable raw, const Remarks& faults);
 
     /// The start of structure `index` of this type; null when there is none. Behind the table's last byte lie
     /// kZeroTail zero bytes.
@@ -50,7 +53,7 @@ private:
         std::uint32_t offset;
         unsigned char type;
     };
-    std::vector<Found> walk(const FaultSink& faults);
+    std::vector<Found> walk(const Remarks& faults);
     void index(const std::vector<Found>& found);
 
     RawTable raw_;

@@ -1,11 +1,6 @@
 // The state behind Smbios2: which table is in memory, and for which discovery.
 #pragma once
 
-#include "firmware.h"
-
-#include <memory>
-#include <optional>
-
 namespace embedded_host::table
 {
 

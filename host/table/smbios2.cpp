@@ -1,6 +1,7 @@
 // The table library's one table: where it comes from and what is told of it.
 #include "smbios2.h"
 
+#include "firmware.h"
 #include "library.h"
 #include "services/logging.h"
 #include "table_error.h"
@@ -23,6 +24,16 @@ Library& library()
 {
     static Library instance;
     return instance;
+}
+
+/// The version of the table that this discovery reads; none before there is one.
+std::optional<Version> currentVersion()
+{
+    if (!library().current && library().firmware)
+        return library().firmware->version();
+    if (library().image)
+        return library().image->version();
+    return std::nullopt;
 }
 
 void report(int priority, const std::string& message) { services::log(priority, "Smbios2", message); }
@@ -93,7 +104,7 @@ bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
     auto& library = table::library();
     library.image.reset();
     library.current = false;
-    const table::Image::FaultSink remarks = log ? table::warn : table::silent;
+    const table::Remarks remarks = log ? table::warn : table::silent;
     try {
         library.image.emplace(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), remarks);
         library.current = true;
@@ -130,18 +141,14 @@ int Smbios2::readStructure(unsigned char type, const void** out, unsigned int in
 
 unsigned int Smbios2::getVersion() const
 {
-    const auto& library = table::library();
-    if (!library.current && library.firmware)
-        return library.firmware->version().number();
-    return library.image ? library.image->version().number() : 0;
+    const auto version = table::currentVersion();
+    return version ? version->number() : 0;
 }
 
 lum::String Smbios2::getVersionString() const
 {
-    const auto& library = table::library();
-    if (!library.current && library.firmware)
-        return lum::String(library.firmware->version().text());
-    return library.image ? lum::String(library.image->version().text()) : lum::String();
+    const auto version = table::currentVersion();
+    return version ? lum::String(version->text()) : lum::String();
 }
 
 } // namespace libsmbios2_internal

@@ -29,11 +29,7 @@ bool looksLikeBlock(View bytes) { return bytes.size() > kBlockHeader && (bytes[1
 /// table begin like that; an end marker in front, as every ELF program has it, is no table either.
 bool looksLikeTable(View bytes)
 {
-    if (bytes.size() < 6 || bytes[0] == 127 || bytes[1] < 4 || bytes[1] > bytes.size())
-        return false;
-    const View strings = bytes.subspan(bytes[1]);
-    return std::adjacent_find(strings.begin(), strings.end(),
-                              [](unsigned char a, unsigned char b) { return a == 0 && b == 0; }) != strings.end();
+    return bytes.size() >= 6 && bytes[0] != 127 && bytes[1] >= 4 && endOfStrings(bytes, bytes[1]).has_value();
 }
 
 RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)

@@ -8,9 +8,6 @@
 namespace embedded_host::table
 {
 
-/// Takes what is odd about a file that could still be read.
-using Remarks = std::function<void(const std::string& remark)>;
-
 /// The files of a folder in the manner of /sys/firmware/dmi/tables.
 constexpr const char* kEntryPointFile = "smbios_entry_point";
 constexpr const char* kTableFile = "DMI";

@@ -79,7 +79,7 @@ void DiscoverSlots()
         d.enumerated(t9_usage, byte(0x07));
         d.integer(t9_usage_internal, byte(0x07));
         d.enumerated(t9_len, byte(0x08));
-        d.show(t9_slotid, word(0x09), asHandle);
+        d.show(t9_slotid, word(0x09), discrete(OrbUnitType::HEXADECIMAL16()));
         // Deliberate: both bytes are examined whatever the length; only the property is gated.
         d.setIf(s.has(byte(0x0C)), t9_flags, slotFlags(s));
         addPciLocation(d, s);
