@@ -1,5 +1,4 @@
 // The table library: file layouts, entry points, the walk over structures, saving.
-#include "embedded_host/firmware.h"
 #include "smbios2.h"
 #include "support/recorded_session.h"
 #include "table/entry_point.h"
@@ -18,6 +17,7 @@ using libsmbios2::Smbios2;
 using libsmbios2::Smbios2_SysInfo;
 using tests::byte;
 using tests::Bytes;
+using tests::Firmware;
 using tests::readBytes;
 using tests::TableBuilder;
 using tests::TemporaryFolder;
@@ -268,29 +268,6 @@ TEST(Walk, BytesBehindTheTableAreZeroAndOurs)
     const auto* board = static_cast<const unsigned char*>(static_cast<const void*>(structure(2, 0)));
     EXPECT_EQ(std::accumulate(board + 4, board + 4 + 1024, 0), 0);
 }
-
-/// The firmware's places taken by a folder of the test's own.
-class Firmware
-{
-public:
-    Firmware() { embedded_host::firmwarePlaces() = {folder_.path(), folder_ / "systab", folder_ / "mem"}; }
-    ~Firmware() { embedded_host::firmwarePlaces() = before_; }
-    Firmware(const Firmware&) = delete;
-    Firmware& operator=(const Firmware&) = delete;
-
-    void offer(const Bytes& dump, std::size_t entryPointLength) const
-    {
-        const auto middle = dump.begin() + static_cast<std::ptrdiff_t>(entryPointLength);
-        folder_.file("smbios_entry_point", Bytes(dump.begin(), middle));
-        folder_.file("DMI", Bytes(dump.begin() + 0x20, dump.end()));
-    }
-
-    const TemporaryFolder& folder() const { return folder_; }
-
-private:
-    TemporaryFolder folder_;
-    embedded_host::FirmwarePlaces before_ = embedded_host::firmwarePlaces();
-};
 
 TEST(LiveTable, IsReadFromTheKernelsFolder)
 {

@@ -1,6 +1,5 @@
 // The driver: settings, root device, order and gates of the decoders, log messages; and the shared operations.
 #include "construction.h"
-#include "embedded_host/firmware.h"
 #include "logging.h"
 #include "support/recorded_session.h"
 #include "texts/translations.h"
@@ -146,12 +145,9 @@ TEST(LoadTable, IsAnnouncedAtPriority2)
 
 TEST(LoadTable, AnEmptyPathMeansTheFirmware)
 {
-    const TemporaryFolder empty;
-    const auto before = embedded_host::firmwarePlaces();
-    embedded_host::firmwarePlaces() = {empty.path(), empty / "systab", empty / "mem"};
+    const tests::Firmware none;
     const Threshold everything(2);
     const auto recorded = discover({{"LoadTable", ""}});
-    embedded_host::firmwarePlaces() = before;
     EXPECT_TRUE(recorded.devices.empty());
     EXPECT_TRUE(moduleLog(recorded).empty()) << "a machine without a table is no message of the module's";
     EXPECT_EQ(recorded.log.size(), 1u) << "but one of the table library's";
@@ -159,13 +155,11 @@ TEST(LoadTable, AnEmptyPathMeansTheFirmware)
 
 TEST(Populate, AFailureLeavesTheRootAloneAndIsLoggedWithItsErrno)
 {
-    const TemporaryFolder folder;
+    const tests::Firmware firmware;
     const auto dump = everyType().dump64(3, 0, 0);
-    folder.file("smbios_entry_point", tests::Bytes(dump.begin(), dump.begin() + 0x18)); // but no table beside it
-    const auto before = embedded_host::firmwarePlaces();
-    embedded_host::firmwarePlaces().tables = folder.path();
+    firmware.folder().file("smbios_entry_point",
+                           tests::Bytes(dump.begin(), dump.begin() + 0x18)); // but no table beside it
     const auto recorded = discover(Settings{});
-    embedded_host::firmwarePlaces() = before;
     EXPECT_EQ(recorded.uids(), Texts{"SMBIOS"});
     const auto log = moduleLog(recorded);
     ASSERT_EQ(log.size(), 1u);

@@ -86,6 +86,13 @@ std::filesystem::path TemporaryFolder::file(const std::string& name, std::string
     return path_ / name;
 }
 
+void Firmware::offer(const Bytes& dump, std::size_t entryPointLength) const
+{
+    const auto middle = dump.begin() + static_cast<std::ptrdiff_t>(entryPointLength);
+    folder_.file("smbios_entry_point", Bytes(dump.begin(), middle));
+    folder_.file("DMI", Bytes(dump.begin() + 0x20, dump.end()));
+}
+
 Bytes readBytes(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);

@@ -1,6 +1,7 @@
 // Runs the real module under the real host on a table, and records what it publishes and logs.
 #pragma once
 
+#include "embedded_host/firmware.h"
 #include "embedded_host/session.h"
 #include "table_builder.h"
 
@@ -29,6 +30,25 @@ public:
 
 private:
     std::filesystem::path path_;
+};
+
+/// The firmware's places taken by a folder of the test's own, as long as this object lives.
+class Firmware
+{
+public:
+    Firmware() { embedded_host::firmwarePlaces() = {folder_.path(), folder_ / "systab", folder_ / "mem"}; }
+    ~Firmware() { embedded_host::firmwarePlaces() = before_; }
+    Firmware(const Firmware&) = delete;
+    Firmware& operator=(const Firmware&) = delete;
+
+    /// Lays down a dump's entry point and table as the kernel shows them.
+    void offer(const Bytes& dump, std::size_t entryPointLength) const;
+
+    const TemporaryFolder& folder() const { return folder_; }
+
+private:
+    TemporaryFolder folder_;
+    embedded_host::FirmwarePlaces before_ = embedded_host::firmwarePlaces();
 };
 
 Bytes readBytes(const std::filesystem::path& path);
