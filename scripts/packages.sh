@@ -17,7 +17,7 @@ install_missing() {
 }
 
 # What building needs, and what testing needs on top of it.
-build_packages=(cmake g++ libboost-dev libcli11-dev ninja-build rapidjson-dev)
+build_packages=(cmake g++ gettext libboost-dev libcli11-dev ninja-build rapidjson-dev)
 test_packages=(dmidecode libgtest-dev python3)
 
 # What the live tests need; without these they are skipped.

@@ -3,6 +3,7 @@
 
 #include "logging.h"
 #include "lum.h"
+#include "messages.h"
 #include "module_name.h"
 #include "platform/files.h"
 #include "platform/surroundings.h"
@@ -71,10 +72,9 @@ void readFileInto(Settings& into, const std::filesystem::path& path)
             for (const auto& [key, value] : keys)
                 into.fromFile[{section, key}].value = value.data();
     } catch (const boost::property_tree::ini_parser_error& error) {
-        throw std::runtime_error("settings file " + name + ", line " + std::to_string(error.line()) + ": " +
-                                 error.message());
+        throw std::runtime_error(message("settings file %1, line %2: %3", name, error.line(), error.message()));
     } catch (const std::system_error& error) {
-        throw std::runtime_error("settings file " + name + ": " + platform::reason(error));
+        throw std::runtime_error(message("settings file %1: %2", name, reason(error)));
     }
 }
 
@@ -95,11 +95,12 @@ void reportUnusedSettings()
     for (const auto& [key, setting] : settings().given)
         if (!setting.asked)
             log(3, "settings",
-                "the setting " + key.substr(0, key.size() - kKeyEnding.size()) + " is not known and has no effect");
+                message("the setting %1 is not known and has no effect",
+                        key.substr(0, key.size() - kKeyEnding.size())));
     for (const auto& [place, setting] : settings().fromFile)
         if (!setting.asked)
             log(3, "settings",
-                "the settings file's [" + place.first + "] " + place.second + " is not known and has no effect");
+                message("the settings file's [%1] %2 is not known and has no effect", place.first, place.second));
 }
 
 } // namespace embedded_host::services

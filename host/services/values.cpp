@@ -1,6 +1,7 @@
 // lum::LumValue.
 #include "logging.h"
 #include "lum.h"
+#include "messages.h"
 
 #include <algorithm>
 #include <cctype>
@@ -31,11 +32,12 @@ std::optional<bool> boolFrom(std::string_view text)
 
 LumValue LumValue::getCorrectValue(const String& text, const LumType& /*type*/, bool quiet)
 {
+    using namespace embedded_host::services;
     if (const auto flag = boolFrom(text.bytes()))
         return LumValue(*flag);
     if (!quiet)
-        embedded_host::services::log(
-            3, "settings", "\"" + text.bytes() + "\" is neither of 1, true, yes, on nor of 0, false, no, off; ignored");
+        log(3, "settings",
+            message("\"%1\" is neither of 1, true, yes, on nor of 0, false, no, off; ignored", text.bytes()));
     return {};
 }
 

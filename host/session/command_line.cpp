@@ -1,12 +1,15 @@
-// The command line, read with CLI11.
+// The command line, read with CLI11; its help and its complaints are in the user's language.
 #include "command_line.h"
 
 #include "module_name.h"
 #include "platform/files.h"
+#include "services/messages.h"
 
 #include <CLI/CLI.hpp>
 
-#include <map>
+#include <algorithm>
+#include <array>
+#include <numeric>
 #include <stdexcept>
 
 namespace embedded_host::session
@@ -15,83 +18,216 @@ namespace embedded_host::session
 namespace
 {
 
-const std::map<std::string, Format>& formats()
-{
-    static const std::map<std::string, Format> known{
-        {"text", Format::Text}, {"json", Format::Json}, {"ndjson", Format::Ndjson}};
-    return known;
-}
+using services::message;
+using services::translatable;
 
-std::pair<std::string, std::string> setting(const std::string& argument)
+/// The options as they were written.
+struct Written
 {
-    const auto sign = argument.find('=');
-    if (sign == std::string::npos || sign == 0)
-        throw std::runtime_error("--set takes NAME=VALUE, not \"" + argument + "\"");
-    return {argument.substr(0, sign), argument.substr(sign + 1)};
-}
-
-} // namespace
-
-CommandLine readCommandLine(const std::vector<std::string>& arguments)
-{
-    CommandLine line;
+    bool all = false;
     bool catalogue = false;
     bool version = false;
     std::string format = "text";
     std::string output;
     std::string settingsFile;
     std::string language;
+    std::string logLevel = "3";
     std::vector<std::string> settings;
+};
 
-    CLI::App app("Reads this machine's SMBIOS table, or a saved one, and prints what the machine is made of.",
-                 kModuleName);
-    app.set_help_flag("-h,--help", "show this help");
-    app.add_flag("-V,--version", version, "show the version");
-    app.add_option("-f,--format", format, "what is printed: text (default), json or ndjson")
+constexpr std::array<std::pair<std::string_view, Format>, 3> kFormats = {
+    {{"text", Format::Text}, {"json", Format::Json}, {"ndjson", Format::Ndjson}}};
+
+/// How many letters have to be put in, left out or replaced to make one word the other.
+std::size_t distance(std::string_view a, std::string_view b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+/// "; did you mean X?" for the candidate that is most like the word; nothing when none is like it.
+std::string suggestion(const std::string& word, const std::vector<std::string>& candidates)
+{
+    const auto nearest = std::ranges::min_element(candidates, {}, [&](const auto& c) { return distance(word, c); });
+    if (nearest == candidates.end() || 2 * distance(word, *nearest) >= word.size())
+        return {};
+    return message("; did you mean %1?", *nearest);
+}
+
+std::vector<std::string> namesOf(const CLI::Option& option)
+{
+    std::vector<std::string> names;
+    for (const auto& name : option.get_lnames())
+        names.push_back("--" + name);
+    for (const auto& name : option.get_snames())
+        names.push_back("-" + name);
+    return names;
+}
+
+std::string complaintAbout(const std::string& argument, const CLI::App& app)
+{
+    if (!argument.starts_with('-'))
+        return message("\"%1\" is not an option, and there is nothing else to name", argument);
+    std::vector<std::string> known;
+    for (const auto* option : app.get_options())
+        std::ranges::move(namesOf(*option), std::back_inserter(known));
+    const auto name = argument.substr(0, argument.find('='));
+    return message("there is no option %1", name) + suggestion(name, known);
+}
+
+std::string checkFormat(const std::string& text)
+{
+    if (std::ranges::find(kFormats, text, [](const auto& format) { return format.first; }) != kFormats.end())
+        return {};
+    std::vector<std::string> known;
+    for (const auto& format : kFormats)
+        known.emplace_back(format.first);
+    return message("\"%1\" is none of text, json and ndjson", text) + suggestion(text, known);
+}
+
+std::string checkLogLevel(const std::string& text)
+{
+    const bool good = text.size() == 1 && text[0] >= '1' && text[0] <= '5';
+    return good ? std::string() : message("\"%1\" is not a number from 1 to 5", text);
+}
+
+std::string checkSetting(const std::string& text)
+{
+    const auto sign = text.find('=');
+    const bool good = sign != std::string::npos && sign != 0;
+    return good ? std::string() : message("\"%1\" is not NAME=VALUE", text);
+}
+
+/// All options, in the order and in the groups in which the help shows them.
+void declareOptions(CLI::App& app, Written& written)
+{
+    app.set_help_flag();
+    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    app.option_defaults()->group(translatable("What is printed"));
+    app.add_option("-f,--format", written.format, translatable("text (default), json or ndjson"))
         ->option_text("FORMAT")
-        ->check(CLI::IsMember(formats()));
-    app.add_option("-o,--output", output, "write there instead of standard output")->option_text("FILE");
-    app.add_option("-s,--set", settings, "a module setting for this run; repeatable, wins over the settings file")
-        ->option_text("NAME=VALUE")
-        ->allow_extra_args(false);
-    app.add_option("--settings", settingsFile, "settings file")->option_text("FILE");
-    app.add_option("-l,--language", language, "language of names and texts")->option_text("LANG");
-    app.add_flag("-a,--all", line.all, "text: every tier and the internal properties too");
-    app.add_flag("--catalogue", catalogue, "print the property declarations instead of discovering");
-    app.add_option("--log-level", line.logLevel, "lowest priority that is logged, 1 to 5 (default 3)")
-        ->option_text("N")
-        ->check(CLI::Range(1, 5));
+        ->check(checkFormat, "");
+    app.add_option("-o,--output", written.output, translatable("write there instead of standard output"))
+        ->option_text("FILE");
+    app.add_flag("-a,--all", written.all, translatable("text: every tier and the internal properties too"));
+    app.add_option("-l,--language", written.language, translatable("language of names and texts: en, de or zh_CN"))
+        ->option_text("LANG");
+    app.add_flag("--catalogue", written.catalogue,
+                 translatable("print the property declarations instead of discovering"));
 
+    app.option_defaults()->group(translatable("Settings"));
+    app.add_option("-s,--set", written.settings, translatable("set LoadTable, SaveTable, verbose ... for this run"))
+        ->option_text("NAME=VALUE")
+        ->check(checkSetting, "")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+    app.add_option("--settings", written.settingsFile, translatable("read the settings from this file"))
+        ->option_text("FILE");
+
+    app.option_defaults()->group(translatable("Other"));
+    app.add_option("--log-level", written.logLevel, translatable("lowest priority that is logged, 1 to 5 (default 3)"))
+        ->option_text("N")
+        ->check(checkLogLevel, "");
+    app.set_help_flag("-h,--help", translatable("show this help"))->group("Other");
+    app.add_flag("-V,--version", written.version, translatable("show the version"));
+}
+
+/// "  -f, --format FORMAT     text (default), json or ndjson"
+std::string helpLine(const CLI::Option& option)
+{
+    constexpr std::size_t kDescriptions = 26;
+    const auto& shorts = option.get_snames();
+    std::string line = shorts.empty() ? "      " : "  -" + shorts.front() + ", ";
+    line += "--" + option.get_lnames().front();
+    if (const auto value = option.get_option_text(); !value.empty())
+        line += " " + value;
+    line.resize(std::max(line.size() + 1, kDescriptions), ' ');
+    return line + message(option.get_description().c_str()) + "\n";
+}
+
+} // namespace
+
+CommandLine readCommandLine(const std::vector<std::string>& arguments)
+{
+    CLI::App app;
+    Written written;
+    declareOptions(app, written);
+
+    CommandLine line;
     try {
+        app.allow_extras();
         // Without the program's name, the last argument first, as this parser wants them.
         std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
         if (!reversed.empty())
             reversed.pop_back();
         app.parse(std::move(reversed));
+        if (const auto unknown = app.remaining(); !unknown.empty())
+            throw std::runtime_error(complaintAbout(unknown.front(), app));
     } catch (const CLI::CallForHelp&) {
         line.action = Action::Help;
-        line.help = app.help();
-        return line;
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string text = error.what(); // begins with the option
+        throw std::runtime_error(message("%1 needs a value", text.substr(0, text.find(':'))));
     } catch (const CLI::ParseError& error) {
         throw std::runtime_error(error.what());
     }
 
-    line.format = formats().at(format);
-    if (version)
+    line.format = std::ranges::find(kFormats, written.format, [](const auto& f) { return f.first; })->second;
+    if (written.version && line.action != Action::Help)
         line.action = Action::Version;
-    else if (catalogue)
+    else if (written.catalogue && line.action != Action::Help)
         line.action = Action::Catalogue;
     if (line.action == Action::Catalogue && line.format == Format::Ndjson)
-        throw std::runtime_error("--catalogue is printed as text or json, not as ndjson");
+        throw std::runtime_error(message("--catalogue is printed as text or json, not as ndjson"));
+    line.all = written.all;
+    line.logLevel = written.logLevel.front() - '0';
     if (app.count("--output") != 0)
-        line.output = output;
+        line.output = written.output;
     if (app.count("--language") != 0)
-        line.language = language;
+        line.language = written.language;
     if (app.count("--settings") != 0)
-        line.settings.file = platform::pathFromUtf8(settingsFile);
-    for (const auto& argument : settings)
-        line.settings.given.push_back(setting(argument));
+        line.settings.file = platform::pathFromUtf8(written.settingsFile);
+    for (const auto& setting : written.settings) {
+        const auto sign = setting.find('=');
+        line.settings.given.emplace_back(setting.substr(0, sign), setting.substr(sign + 1));
+    }
     return line;
+}
+
+std::string helpText()
+{
+    CLI::App app;
+    Written written;
+    declareOptions(app, written);
+
+    std::string text = message("Usage: %1 [OPTION]...", kModuleName) + "\n" +
+                       message("Prints what this machine is made of, from its SMBIOS table or a saved one.") + "\n";
+    for (const auto& group : app.get_groups()) {
+        text += "\n" + message(group.c_str()) + ":\n";
+        for (const auto* option : app.get_options([&](const auto* o) { return o->get_group() == group; }))
+            text += helpLine(*option);
+    }
+    constexpr std::pair<const char*, const char*> kExamples[] = {
+        {"--all", translatable("this machine with all details; needs root")},
+        {"-f json -o machine.json", translatable("the same for a program, into a file")},
+        {"-s LoadTable=saved.dmi", translatable("the machine of a saved table")},
+    };
+    text += "\n" + message("Examples:") + "\n";
+    for (const auto& [options, meaning] : kExamples) {
+        std::string line = std::string("  ") + kModuleName + " " + options;
+        line.resize(46, ' ');
+        text += line + message(meaning) + "\n";
+    }
+    return text;
 }
 
 } // namespace embedded_host::session

@@ -22,11 +22,13 @@ struct CommandLine
     std::optional<std::string> language; ///< none: the environment's
     bool all = false;
     int logLevel = 3;
-    std::string help; ///< the text for Action::Help
 };
 
 /// Reads the arguments, the program's own name first. Throws std::runtime_error with a sentence that says what is
 /// wrong.
 CommandLine readCommandLine(const std::vector<std::string>& arguments);
+
+/// All options with what they do, in the user's language.
+std::string helpText();
 
 } // namespace embedded_host::session

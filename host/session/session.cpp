@@ -7,6 +7,7 @@
 #include "inventory/text_inventory.h"
 #include "platform/surroundings.h"
 #include "services/logging.h"
+#include "services/messages.h"
 #include "services/settings.h"
 #include "table/library.h"
 #include "texts/translations.h"
@@ -27,19 +28,20 @@ session::CommandLine& commandLine()
 
 [[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
 
-/// The catalogue for a language as users and systems name it: "de_DE.UTF-8" is spoken as "de_DE", else as "de".
-std::string languageFor(const std::string& wanted)
+/// Speaks a language from now on, as users and systems name it: "de_DE.UTF-8" is spoken as "de_DE", else as "de", else
+/// English. Returns whether it is the one that was wanted.
+bool speak(const std::string& wanted)
 {
     std::string name = wanted.substr(0, wanted.find_first_of(".@"));
     std::ranges::replace(name, '-', '_');
-    if (texts::speaks(name))
-        return name;
-    auto language = name.substr(0, name.find('_'));
-    if (texts::speaks(language))
-        return language;
-    if (!name.empty() && name != "C" && name != "POSIX")
-        services::log(2, "language", "there are no texts in " + wanted + "; English is used");
-    return "en";
+    for (const auto& candidate : {name, name.substr(0, name.find('_'))}) {
+        if (texts::speaks(candidate)) {
+            lum::LumLocale::setGlobalLanguage(candidate);
+            return true;
+        }
+    }
+    lum::LumLocale::setGlobalLanguage(std::string(texts::kEnglish));
+    return name.empty() || name == "C" || name == "POSIX";
 }
 
 /// Counts what passes: a discovery without any device asked for some of its settings only.
@@ -88,7 +90,7 @@ void print(const session::CommandLine& line, inventory::Output& output)
     const auto& module = moduleInfo();
     switch (line.action) {
     case session::Action::Help:
-        output.write(line.help);
+        output.write(session::helpText());
         break;
     case session::Action::Version:
         output.write(module.name + " " + std::to_string(module.major) + "." + std::to_string(module.minor) +
@@ -138,26 +140,29 @@ void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
 {
     platform::prepareStreams();
     try {
+        speak(platform::userLanguage()); // for what may be said of the command line
         auto line = session::readCommandLine(platform::utf8Arguments(argc, argv));
         lum::LogFactory::setPriority(line.logLevel);
-        lum::LumLocale::setGlobalLanguage(languageFor(line.language.value_or(platform::userLanguage())));
+        const auto language = line.language.value_or(platform::userLanguage());
+        if (!speak(language))
+            services::log(2, "language", services::message("there are no texts in %1; English is used", language));
         commandLine() = std::move(line);
     } catch (const std::runtime_error& error) {
-        fail(error.what() + std::string(" (--help lists the options)"));
+        fail(services::message("%1 (--help lists the options)", error.what()));
     }
 }
 
 int SysInfoModule::start()
 {
     const auto& line = commandLine();
-    const std::string name = line.output.value_or("standard output");
+    const std::string name = line.output.value_or(services::message("standard output"));
     try {
         const auto output =
             line.output ? inventory::fileOutput(platform::pathFromUtf8(*line.output)) : inventory::standardOutput();
         print(line, *output);
         output->finish();
     } catch (const std::system_error& error) {
-        fail("cannot write " + name + ": " + platform::reason(error));
+        fail(services::message("cannot write %1: %2", name, services::reason(error)));
     }
     return 0;
 }

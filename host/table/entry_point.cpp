@@ -1,6 +1,8 @@
 // Reading and making entry points (DSP0134, "Structure table entry point").
 #include "entry_point.h"
 
+#include "services/messages.h"
+
 #include <algorithm>
 #include <cstring>
 #include <numeric>
@@ -44,6 +46,13 @@ void makeSumZero(Bytes& bytes, std::size_t start, std::size_t length, std::size_
     bytes[checksum] = static_cast<unsigned char>(-sumOf(View(bytes).subspan(start, length)));
 }
 
+using services::message;
+using services::translatable;
+
+constexpr const char* kWrongLength = translatable("the length byte of its %1 entry point is wrong");
+constexpr const char* kCutShort = translatable("its %1 entry point is cut short");
+constexpr const char* kWrongChecksum = translatable("the checksum of its %1 entry point is wrong");
+
 EntryPointReading fault(std::string text) { return {std::nullopt, std::move(text)}; }
 
 EntryPoint taken(View bytes, std::size_t length, Version version)
@@ -59,11 +68,11 @@ EntryPointReading read64(View bytes)
     const std::size_t length = bytes.size() > 0x06 ? bytes[0x06] : 0;
     // The standard says 18h; a later revision of the entry point may append fields.
     if (length < kLength64 || length > kDumpTableOffset)
-        return fault("the length byte of its _SM3_ entry point is wrong");
+        return fault(message(kWrongLength, "_SM3_"));
     if (length > bytes.size())
-        return fault("its _SM3_ entry point is cut short");
+        return fault(message(kCutShort, "_SM3_"));
     if (sumOf(bytes.first(length)) != 0)
-        return fault("the checksum of its _SM3_ entry point is wrong");
+        return fault(message(kWrongChecksum, "_SM3_"));
     auto entryPoint = taken(bytes, length, {bytes[0x07], bytes[0x08], bytes[0x09], Version::Form::ThreePart});
     // Revision 0 of the entry point is nobody's: our own dumps mark with it a version that was assumed.
     if (bytes[0x0A] == 0 && entryPoint.version.major == 3 && entryPoint.version.minor == 0 &&
@@ -87,14 +96,14 @@ EntryPointReading read32(View bytes)
     const std::size_t length = bytes.size() > 0x05 ? bytes[0x05] : 0;
     // Version 2.1 of the standard itself said 1Eh.
     if (length != kLength32 && length != kLength32 - 1)
-        return fault("the length byte of its _SM_ entry point is wrong");
+        return fault(message(kWrongLength, "_SM_"));
     if (bytes.size() < kLength32)
-        return fault("its _SM_ entry point is cut short");
+        return fault(message(kCutShort, "_SM_"));
     if (sumOf(bytes.first(length)) != 0)
-        return fault("the checksum of its _SM_ entry point is wrong");
+        return fault(message(kWrongChecksum, "_SM_"));
     const auto intermediate = bytes.subspan(kIntermediate, kLengthLegacy);
     if (!startsWith(intermediate, kAnchorLegacy) || sumOf(intermediate) != 0)
-        return fault("the intermediate checksum of its _SM_ entry point is wrong");
+        return fault(message("the intermediate checksum of its %1 entry point is wrong", "_SM_"));
     auto entryPoint = taken(bytes, kLength32, {bytes[0x06], bytes[0x07], 0, Version::Form::TwoPart});
     readTablePlace(entryPoint, bytes, kIntermediate);
     return {entryPoint, {}};
@@ -103,9 +112,9 @@ EntryPointReading read32(View bytes)
 EntryPointReading readLegacy(View bytes)
 {
     if (bytes.size() < kLengthLegacy)
-        return fault("its _DMI_ entry point is cut short");
+        return fault(message(kCutShort, "_DMI_"));
     if (sumOf(bytes.first(kLengthLegacy)) != 0)
-        return fault("the checksum of its _DMI_ entry point is wrong");
+        return fault(message(kWrongChecksum, "_DMI_"));
     const unsigned char revision = bytes[0x0E]; // binary-coded decimal
     auto entryPoint = taken(bytes, kLengthLegacy,
                             {static_cast<unsigned char>(revision >> 4), static_cast<unsigned char>(revision & 0x0F), 0,

@@ -2,6 +2,7 @@
 #include "embedded_host/firmware.h"
 #include "firmware.h"
 #include "platform/physical_memory.h"
+#include "services/messages.h"
 #include "table_error.h"
 
 #include <charconv>
@@ -23,13 +24,14 @@ namespace
 {
 
 using platform::PhysicalMemory;
+using services::message;
 
 /// What belongs to the kernel is refused to ordinary users, which they can mend; what it refuses to root too is not.
 [[noreturn]] void failFor(const std::system_error& error, const std::filesystem::path& path)
 {
     const auto plain = TableError::unreadable(error, platform::utf8FromPath(path));
     const bool refused = error.code() == std::errc::permission_denied;
-    throw TableError(plain.result(), plain.error(), plain.what() + std::string(refused ? "; run as root" : ""));
+    throw TableError(plain.result(), plain.error(), refused ? message("%1; run as root", plain.what()) : plain.what());
 }
 
 Bytes readKernelFile(const std::filesystem::path& path)
@@ -51,7 +53,7 @@ public:
         auto reading = readEntryPoint(readKernelFile(path));
         if (!reading.entryPoint)
             throw TableError::malformed(platform::utf8FromPath(path) + ": " +
-                                        (reading.fault.empty() ? "is no entry point" : reading.fault));
+                                        (reading.fault.empty() ? message("it is no entry point") : reading.fault));
         entryPoint_ = std::move(*reading.entryPoint);
     }
 
@@ -90,8 +92,9 @@ public:
             if (!found)
                 found = scanForEntryPoint(memory.read(kBiosArea, kBiosAreaSize));
             if (!found)
-                throw TableError(libsmbios2::POPULATE_TABLE_NONE, ENOENT,
-                                 platform::utf8FromPath(device_) + ": no entry point from 0xF0000 to 0xFFFFF");
+                throw TableError(
+                    libsmbios2::POPULATE_TABLE_NONE, ENOENT,
+                    message("%1: no entry point from 0xF0000 to 0xFFFFF", platform::utf8FromPath(device_)));
             entryPoint_ = std::move(*found);
         } catch (const std::system_error& error) {
             failFor(error, device_);

@@ -1,5 +1,6 @@
 // The firmware's table as Windows offers it.
 #include "firmware.h"
+#include "services/messages.h"
 #include "table_error.h"
 
 #include <windows.h>
@@ -33,7 +34,7 @@ private:
             const auto plain = TableError::unreadable(error, kName);
             const bool refused = plain.result() == libsmbios2::POPULATE_TABLE_NO_PERMISSION;
             throw TableError(plain.result(), plain.error(),
-                             plain.what() + std::string(refused ? "; run as administrator" : ""));
+                             refused ? services::message("%1; run as administrator", plain.what()) : plain.what());
         }
         return bytes;
     }

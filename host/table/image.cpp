@@ -1,6 +1,8 @@
 // Walking a table and indexing its structures.
 #include "image.h"
 
+#include "services/messages.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -10,6 +12,8 @@ namespace embedded_host::table
 
 namespace
 {
+
+using services::message;
 
 constexpr unsigned char kEndOfTable = 127;
 constexpr std::size_t kHeader = 4;
@@ -48,41 +52,40 @@ std::vector<Image::Found> Image::walk(const Remarks& faults)
     const View table = View(raw_.bytes).first(length_);
     const std::size_t limit = raw_.entryPoint ? raw_.entryPoint->structures : 0;
     const auto fault = [&](std::size_t offset, const std::string& text) {
-        faults("structure at offset " + hex(offset) + ": " + text);
+        faults(message("structure at offset %1: %2", hex(offset), text));
     };
 
     std::vector<Found> found;
     std::size_t offset = 0;
     while (offset < length_ && (limit == 0 || found.size() < limit)) {
         if (length_ - offset < kHeader) {
-            fault(offset,
-                  "only " + std::to_string(length_ - offset) + " bytes of its header lie in the table; dropped");
+            fault(offset, message("only %1 bytes of its header lie in the table; dropped", length_ - offset));
             return found;
         }
         const unsigned char type = table[offset];
         const std::size_t length = table[offset + 1];
         if (length < kHeader) {
-            fault(offset, "its length is " + std::to_string(length) + ", less than its header; the table ends here");
+            fault(offset, message("its length is %1, less than its header; the table ends here", length));
             return found;
         }
         if (length > length_ - offset) {
-            fault(offset, "its formatted area of " + std::to_string(length) +
-                              " bytes runs past the end of the table at " + hex(length_) + "; dropped");
+            fault(offset, message("its formatted area of %1 bytes runs past the end of the table at %2; dropped",
+                                  length, hex(length_)));
             return found;
         }
         found.push_back({static_cast<std::uint32_t>(offset), type});
 
         const auto end = endOfStrings(table, offset + length);
         if (!end)
-            fault(offset, "its strings run past the end of the table at " + hex(length_) + "; cut there");
+            fault(offset, message("its strings run past the end of the table at %1; cut there", hex(length_)));
         longest_ = std::max(longest_, end.value_or(length_) - offset);
         offset = end.value_or(length_);
         if (type == kEndOfTable && limit == 0)
             return found;
     }
     if (found.size() < limit)
-        faults("the table ends at offset " + hex(offset) + " after " + std::to_string(found.size()) +
-               " structures; its entry point announced " + std::to_string(limit));
+        faults(message("the table ends at offset %1 after %2 structures; its entry point announced %3", hex(offset),
+                       found.size(), limit));
     return found;
 }
 

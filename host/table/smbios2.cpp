@@ -4,6 +4,7 @@
 #include "firmware.h"
 #include "library.h"
 #include "services/logging.h"
+#include "services/messages.h"
 #include "table_error.h"
 
 namespace embedded_host::table
@@ -73,7 +74,7 @@ int Smbios2::isPresent()
         library.firmware = table::findFirmwareTable();
         return 1;
     } catch (const table::TableError& error) {
-        table::report(4, std::string("no SMBIOS table: ") + error.what());
+        table::report(4, services::message("no SMBIOS table: %1", error.what()));
         return 0;
     }
 }
@@ -93,7 +94,7 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
         return POPULATE_TABLE_READ;
     } catch (const table::TableError& error) {
         library.image.reset();
-        table::report(4, std::string("cannot read the SMBIOS table: ") + error.what());
+        table::report(4, services::message("cannot read the SMBIOS table: %1", error.what()));
         errno = error.error();
         return error.result();
     }
@@ -120,7 +121,7 @@ bool Smbios2::saveTableToFile(const lum::String& path)
     const auto& image = table::library().image;
     try {
         if (!image)
-            throw std::runtime_error(path.bytes() + ": not written, there is no table in memory");
+            throw std::runtime_error(services::message("%1: not written, there is no table in memory", path.bytes()));
         table::writeDump(*image, platform::pathFromUtf8(path.bytes()));
         return true;
     } catch (const std::runtime_error& error) {

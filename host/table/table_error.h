@@ -1,7 +1,7 @@
 // Why a table could not be had.
 #pragma once
 
-#include "platform/files.h"
+#include "services/messages.h"
 #include "smbios2.h"
 
 #include <cerrno>
@@ -32,7 +32,7 @@ public:
     {
         const auto& code = error.code();
         const int number = code.default_error_condition().value();
-        const std::string cause = file + ": " + platform::reason(error);
+        const std::string cause = file + ": " + services::reason(error);
         if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted)
             return {libsmbios2::POPULATE_TABLE_NO_PERMISSION, number, cause};
         if (code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory)

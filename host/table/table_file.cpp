@@ -1,6 +1,7 @@
 // Reading saved tables of every layout, and writing dumps.
 #include "table_file.h"
 
+#include "services/messages.h"
 #include "table_error.h"
 
 #include <algorithm>
@@ -10,6 +11,9 @@ namespace embedded_host::table
 
 namespace
 {
+
+using services::message;
+using services::reason;
 
 /// Method byte, version and revision, then the table's length: what stands before the table in a RawSMBIOSData block.
 constexpr std::size_t kBlockHeader = 8;
@@ -32,17 +36,21 @@ bool looksLikeTable(View bytes)
     return bytes.size() >= 6 && bytes[0] != 127 && bytes[1] >= 4 && endOfStrings(bytes, bytes[1]).has_value();
 }
 
+std::string cutShort(const std::string& name, std::size_t held, std::uint64_t announced)
+{
+    return message("%1: holds %2 of the table's %3 bytes; read as far as it goes", name, held, announced);
+}
+
 RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
 {
     if (entryPoint.tableAddress >= file.size())
-        throw TableError::malformed(name + ": its entry point places the table at offset " +
-                                    std::to_string(entryPoint.tableAddress) + ", but the file has only " +
-                                    std::to_string(file.size()) + " bytes");
+        throw TableError::malformed(
+            message("%1: its entry point places the table at offset %2, but the file has only %3 bytes", name,
+                    entryPoint.tableAddress, file.size()));
     const View rest = file.subspan(static_cast<std::size_t>(entryPoint.tableAddress));
     // The length of a 64-bit entry point is an upper bound; only the others promise it.
     if (entryPoint.structures != 0 && rest.size() < entryPoint.tableLength)
-        remarks(name + ": holds " + std::to_string(rest.size()) + " of the table's " +
-                std::to_string(entryPoint.tableLength) + " bytes; read as far as it goes");
+        remarks(cutShort(name, rest.size(), entryPoint.tableLength));
     return joined(std::move(entryPoint), copied(rest));
 }
 
@@ -54,11 +62,12 @@ std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, c
     try {
         auto reading = readEntryPoint(platform::readFile(path, kLargestFile));
         if (!reading.entryPoint)
-            remarks(name + ": not used, " + (reading.fault.empty() ? "it is no entry point" : reading.fault));
+            remarks(message("%1: not used, %2", name,
+                            reading.fault.empty() ? message("it is no entry point") : reading.fault));
         return reading.entryPoint;
     } catch (const std::system_error& error) {
         if (error.code() != std::errc::no_such_file_or_directory)
-            remarks(name + ": not used, " + platform::reason(error));
+            remarks(message("%1: not used, %2", name, reason(error)));
         return std::nullopt;
     }
 }
@@ -68,18 +77,18 @@ std::string refusalToReplace(const std::filesystem::path& path)
 {
     std::error_code error;
     if (platform::isLink(path))
-        return "it is a symbolic link";
+        return message("it is a symbolic link");
     const auto status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found)
         return {};
     if (!is_regular_file(status))
-        return error ? error.message() : "it is not a regular file";
+        return error ? error.message() : message("it is not a regular file");
     try {
         if (readEntryPoint(platform::readFile(path, kLargestFile)).entryPoint)
             return {};
-        return "it exists and is not an SMBIOS dump";
+        return message("it exists and is not an SMBIOS dump");
     } catch (const std::system_error& unreadable) {
-        return "it exists and cannot be read: " + platform::reason(unreadable);
+        return message("it exists and cannot be read: %1", reason(unreadable));
     }
 }
 
@@ -98,12 +107,11 @@ RawTable joined(EntryPoint entryPoint, Bytes table)
 RawTable readWindowsBlock(View block, const std::string& name, const Remarks& remarks)
 {
     if (!looksLikeBlock(block))
-        throw TableError::malformed(name + ": is not a RawSMBIOSData block");
+        throw TableError::malformed(message("%1: is not a RawSMBIOSData block", name));
     const auto announced = littleEndian(block, 4, 4);
     const View table = block.subspan(kBlockHeader);
     if (table.size() < announced)
-        remarks(name + ": holds " + std::to_string(table.size()) + " of the table's " + std::to_string(announced) +
-                " bytes; read as far as it goes");
+        remarks(cutShort(name, table.size(), announced));
     const auto form = block[1] >= 3 ? Version::Form::ThreePart : Version::Form::TwoPart;
     const unsigned char revision = form == Version::Form::ThreePart ? block[3] : 0;
     const Version version{block[1], block[2], revision, form};
@@ -127,7 +135,7 @@ RawTable readTableFile(const std::filesystem::path& path, const Remarks& remarks
         if (looksLikeBlock(file))
             return readWindowsBlock(file, name, remarks);
         if (!looksLikeTable(file))
-            throw TableError::malformed(name + ": is not an SMBIOS table in any known layout");
+            throw TableError::malformed(message("%1: is not an SMBIOS table in any known layout", name));
         if (auto entryPoint = entryPointBeside(path, remarks))
             return joined(std::move(*entryPoint), std::move(file));
         return {std::move(file), Version(), std::nullopt};
@@ -140,13 +148,13 @@ void writeDump(const Image& image, const std::filesystem::path& path)
 {
     const auto name = platform::utf8FromPath(path);
     if (const auto refusal = refusalToReplace(path); !refusal.empty())
-        throw std::runtime_error(name + ": not overwritten, " + refusal);
+        throw std::runtime_error(message("%1: not overwritten, %2", name, refusal));
     try {
         platform::AtomicFile file(path, platform::Readers::Owner);
         file.write(image.dump());
         file.commit();
     } catch (const std::system_error& error) {
-        throw std::runtime_error(name + ": not written, " + platform::reason(error));
+        throw std::runtime_error(message("%1: not written, %2", name, reason(error)));
     }
 }
 

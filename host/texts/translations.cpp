@@ -1,11 +1,9 @@
-// The catalogues of localized texts, one table for each language, each sorted by key.
+// The languages of the program.
 #include "translations.h"
 
-#include "english.h"
+#include "catalogue.h"
 
 #include <algorithm>
-#include <iterator>
-#include <span>
 
 namespace embedded_host::texts
 {
@@ -13,24 +11,11 @@ namespace embedded_host::texts
 namespace
 {
 
-struct Catalogue
-{
-    std::string_view language;
-    std::span<const Translation> translations;
-};
-
-constexpr Catalogue kCatalogues[] = {{"en", kEnglish}};
-
-static_assert(std::ranges::all_of(kCatalogues,
-                                  [](const Catalogue& catalogue) {
-                                      return std::ranges::is_sorted(catalogue.translations, {}, &Translation::key);
-                                  }),
-              "a catalogue is not sorted by key");
-
 const Catalogue* catalogueOf(std::string_view language)
 {
-    const auto* found = std::ranges::find(kCatalogues, language, &Catalogue::language);
-    return found != std::end(kCatalogues) ? found : nullptr;
+    const auto all = catalogues();
+    const auto found = std::ranges::find(all, language, &Catalogue::language);
+    return found != all.end() ? &*found : nullptr;
 }
 
 } // namespace
@@ -38,15 +23,12 @@ const Catalogue* catalogueOf(std::string_view language)
 std::string_view translation(std::string_view language, std::string_view key)
 {
     const auto* catalogue = catalogueOf(language);
-    if (catalogue == nullptr)
-        return {};
-    const auto found = std::ranges::lower_bound(catalogue->translations, key, {}, &Translation::key);
-    return found != catalogue->translations.end() && found->key == key ? found->text : std::string_view();
+    return catalogue == nullptr ? std::string_view() : catalogue->find(key);
 }
 
 std::string_view translated(std::string_view language, std::string_view english)
 {
-    if (language == "en")
+    if (language == kEnglish)
         return english;
     const auto text = translation(language, english);
     return text.empty() ? english : text;

@@ -6,6 +6,9 @@
 namespace embedded_host::texts
 {
 
+/// The language of the sources, which every other falls back to.
+inline constexpr std::string_view kEnglish = "en";
+
 /// The text of a key in a language ("en", "de", "zh_CN"); empty when the language has none. Keys are the texts that
 /// modules ask for ("LocalizedString.devname_BIOS", "NotInstalled"), the display labels of properties
 /// ("LocalizedString.propname_t17_sz") and the English enumeration texts themselves.
