@@ -31,6 +31,7 @@ public:
     String() = default;
     String(const char* text) : bytes_(text == nullptr ? "" : text) {}
     explicit String(std::string_view text) : bytes_(text) {}
+    explicit String(std::string text) : bytes_(std::move(text)) {}
 
     String& operator=(const char* text)
     {
@@ -61,7 +62,8 @@ public:
     unsigned size() const { return static_cast<unsigned>(bytes_.size()); }
 
     /// The text in 8-bit form, as the look-ups of `Resource` take it.
-    CString getLowerByteString() const { return CString(bytes_); }
+    CString getLowerByteString() const& { return CString(bytes_); }
+    CString getLowerByteString() && { return CString(std::move(bytes_)); }
 
     /// The bytes themselves, valid while this object is neither changed nor gone.
     const std::string& bytes() const { return bytes_; }
@@ -196,7 +198,8 @@ public:
     /// The threshold in effect: the higher of the logger's own and the process's.
     LOGGER_PRIORITY resolvePriority() const;
 
-    /// Writes the message as one line; false when the priority is below the threshold in effect.
+    /// Writes the message as one line; false when it is not written, since its priority is below the threshold in
+    /// effect or there were too many.
     bool log(LOGGER_PRIORITY priority, const LoggerStream& message);
 
     Logger(const Logger&) = delete;

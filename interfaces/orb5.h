@@ -19,7 +19,7 @@ class OrbString
 public:
     OrbString() = default;
     OrbString(const char* utf8) : text_(utf8) {}
-    OrbString(const lum::String& text) : text_(text) {}
+    OrbString(lum::String text) : text_(std::move(text)) {}
 
     OrbString& operator+=(const OrbString& other)
     {
@@ -32,7 +32,11 @@ public:
     /// NUL-terminated, valid while this object lives.
     const char* getUTF8Buffer() const { return text_.bytes().c_str(); }
 
-    friend OrbString operator+(OrbString left, const OrbString& right) { return left += right; }
+    friend OrbString operator+(OrbString left, const OrbString& right)
+    {
+        left += right;
+        return left;
+    }
 
 private:
     lum::String text_;
@@ -232,8 +236,8 @@ public:
     /// A number of a floating type; PERCENT is the only one.
     Value(double number, const DataType& type);
     explicit Value(const char* text) : held_(OrbString(text)) {}
-    explicit Value(const OrbString& text) : held_(text) {}
-    explicit Value(const lum::String& text) : held_(OrbString(text)) {}
+    explicit Value(OrbString text) : held_(std::move(text)) {}
+    explicit Value(lum::String text) : held_(OrbString(std::move(text))) {}
     explicit Value(const OrbDiscreteMeasurement& measurement) : held_(measurement) {}
 
     /// Adds one element to a STRINGARRAY; throws on a value of another type.
@@ -265,6 +269,7 @@ class DeviceProperty
 public:
     /// Stores a copy of the value until the next call. Returns this property.
     DeviceProperty* setValue(const Value& value);
+    DeviceProperty* setValue(Value&& value);
 
     DeviceProperty(const DeviceProperty&) = delete;
     DeviceProperty& operator=(const DeviceProperty&) = delete;

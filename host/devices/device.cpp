@@ -15,6 +15,13 @@ struct Device : orb5::SysInfoDevice
     DeviceRecord record;
 };
 
+/// The device that was published last: whatever of its memory the sink left serves the next one.
+std::unique_ptr<Device>& spare()
+{
+    static std::unique_ptr<Device> device;
+    return device;
+}
+
 DeviceRecord& recordOf(orb5::SysInfoDevice* device) { return static_cast<Device*>(device)->record; }
 
 void addCapability(DeviceRecord& device, const orb5::DeviceCapability& capability)
@@ -25,6 +32,14 @@ void addCapability(DeviceRecord& device, const orb5::DeviceCapability& capabilit
 }
 
 } // namespace
+
+void DeviceRecord::clear()
+{
+    capabilities.clear();
+    uids.clear();
+    childBusIds.clear();
+    properties.clear();
+}
 
 const orb5::Value* DeviceRecord::find(std::string_view propertyName) const
 {
@@ -42,12 +57,15 @@ using embedded_host::addCapability;
 using embedded_host::Device;
 using embedded_host::Property;
 using embedded_host::recordOf;
+using embedded_host::spare;
 
 const unsigned int SysInfoDevice::NullIndex = 0xFFFFFFFF;
 
-DeviceProperty* DeviceProperty::setValue(const Value& value)
+DeviceProperty* DeviceProperty::setValue(const Value& value) { return setValue(Value(value)); }
+
+DeviceProperty* DeviceProperty::setValue(Value&& value)
 {
-    static_cast<Property*>(this)->value = value;
+    static_cast<Property*>(this)->value = std::move(value);
     return this;
 }
 
@@ -55,7 +73,8 @@ SysInfoDevice* SysInfoDevice::createGeneric(const DeviceCapability& capability, 
                                             const OrbString& name, const OrbString& identifier,
                                             const OrbString& description, const OrbString& uniqueIdentifier)
 {
-    auto device = std::make_unique<Device>();
+    auto device = spare() ? std::move(spare()) : std::make_unique<Device>();
+    device->record.clear();
     device->record.name = name.lumString().bytes();
     device->record.identifier = identifier.lumString().bytes();
     device->record.description = description.lumString().bytes();
@@ -68,7 +87,7 @@ SysInfoDevice* SysInfoDevice::createGeneric(const DeviceCapability& capability, 
 SysInfoDevice* SysInfoDevice::addProperty(const DeviceProperty* property)
 {
     const auto* declared = static_cast<const Property*>(property);
-    recordOf(this).properties.push_back({declared, declared->value});
+    recordOf(this).properties.emplace_back(declared, declared->value);
     return this;
 }
 
@@ -100,11 +119,12 @@ void SysInfoDevice::setUID(DEVICE_UNIQUE_IDENTIFIER kind, const OrbString& ident
 
 void SysInfoModule::addDevice(SysInfoDevice* device)
 {
-    const std::unique_ptr<Device> owned(static_cast<Device*>(device));
+    std::unique_ptr<Device> owned(static_cast<Device*>(device));
     auto* sink = embedded_host::devices::registry().sink;
     if (sink == nullptr)
         throw OrbException("a device was added while no discovery was running");
     sink->take(std::move(owned->record));
+    spare() = std::move(owned);
 }
 
 } // namespace orb5

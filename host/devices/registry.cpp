@@ -2,6 +2,7 @@
 #include "registry.h"
 
 #include "module_name.h"
+#include "services/utf8.h"
 
 #include <utility>
 
@@ -68,6 +69,9 @@ void SysInfoModule::setDiscoverDevicesCallback(void (*discover)()) { registry().
 DeviceProperty* SysInfoModule::createDeviceProperty(const OrbString& name, const PropertyCategory& categories,
                                                     const DataType& type, const DeviceCapability& capability)
 {
+    const auto& bytes = name.lumString().bytes();
+    if (embedded_host::services::plainPrefix(bytes) != bytes.size())
+        throw OrbException("a property's name must be printable ASCII without quotation mark and backslash");
     auto& properties = registry().properties;
     properties.push_back(std::make_unique<Property>(name, categories, type, capability));
     return properties.back().get();

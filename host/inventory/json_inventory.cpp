@@ -13,7 +13,7 @@ void writeCapabilities(JsonWriter& json, const std::vector<orb5::DeviceCapabilit
 {
     json.beginArray();
     for (const auto& capability : capabilities)
-        json.text(capability.name());
+        json.plain(capability.name());
     json.endArray();
 }
 
@@ -43,7 +43,8 @@ struct ValueAsJson
         json.beginObject();
         json.key("value");
         json.number(measurement.value());
-        json.member("unit", measurement.unit().name());
+        json.key("unit");
+        json.plain(measurement.unit().name());
         json.member("text", view(measurement.toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())));
         json.endObject();
     }
@@ -52,7 +53,8 @@ struct ValueAsJson
 void writeChild(JsonWriter& json, const ChildBusId& child)
 {
     json.beginObject();
-    json.member("bus", child.bus.name());
+    json.key("bus");
+    json.plain(child.bus.name());
     json.key("id");
     if (child.id)
         json.text(*child.id);
@@ -120,7 +122,7 @@ void JsonInventory::beginDocument()
     output_.write(":[");
 }
 
-void JsonInventory::take(DeviceRecord device)
+void JsonInventory::take(DeviceRecord&& device)
 {
     if (layout_ == Layout::Document) {
         const bool first = !begun_;

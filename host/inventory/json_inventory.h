@@ -16,7 +16,7 @@ public:
 
     JsonInventory(Output& output, Layout layout) : output_(output), layout_(layout) {}
 
-    void take(DeviceRecord device) override;
+    void take(DeviceRecord&& device) override;
 
     /// Writes what closes the document; also when there was no device.
     void end();

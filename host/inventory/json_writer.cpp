@@ -14,55 +14,64 @@ namespace embedded_host::inventory
 namespace
 {
 
-/// Which bytes stand for themselves in a JSON text.
-constexpr auto kPlain = [] {
-    std::array<bool, 256> plain{};
-    for (std::size_t byte = 0x20; byte < 0x7F; ++byte)
-        plain[byte] = byte != '"' && byte != '\\';
-    return plain;
-}();
+/// The most that one byte can become: \u001b.
+constexpr std::size_t kLongest = 6;
 
-bool isPlain(char byte) { return kPlain[static_cast<unsigned char>(byte)]; }
-
-void appendEscape(std::string& out, char32_t code)
+/// How a character that does not stand for itself is written.
+std::string written(char32_t code)
 {
-    std::array<char, 8> escape{};
-    std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(code));
-    out += escape.data();
+    if (code == '"' || code == '\\')
+        return {'\\', static_cast<char>(code)};
+    if (code == '\n')
+        return "\\n";
+    if (code == '\t')
+        return "\\t";
+    std::string text;
+    if (services::isObeyed(code)) {
+        std::array<char, kLongest + 1> escape{};
+        std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(code));
+        text = escape.data();
+    } else {
+        services::appendUtf8(text, code);
+    }
+    return text;
 }
 
-void appendQuoted(std::string& out, std::string_view text)
+/// Writes the text in quotes; returns the end.
+char* quote(std::string_view text, char* out)
 {
-    out += '"';
-    while (!text.empty()) {
-        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
-        out += text.substr(0, plain);
+    *out++ = '"';
+    for (;;) {
+        const auto plain = services::plainPrefix(text);
+        std::memcpy(out, text.data(), plain);
+        out += plain;
         text.remove_prefix(plain);
         if (text.empty())
             break;
-        const auto character = services::takeCharacter(text);
-        if (character.code == '"' || character.code == '\\')
-            (out += '\\') += static_cast<char>(character.code);
-        else if (character.code == '\n')
-            out += "\\n";
-        else if (character.code == '\t')
-            out += "\\t";
-        else if (services::isObeyed(character.code))
-            appendEscape(out, character.code);
-        else
-            services::appendUtf8(out, character.code);
+        out = std::ranges::copy(written(services::takeCharacter(text).code), out).out;
     }
-    out += '"';
+    *out++ = '"';
+    return out;
 }
 
 } // namespace
 
 void JsonWriter::text(std::string_view value)
 {
-    quoted_.clear();
-    appendQuoted(quoted_, value);
     Prefix(rapidjson::kStringType);
-    std::memcpy(buffer_.Push(quoted_.size()), quoted_.data(), quoted_.size());
+    const std::size_t room = kLongest * value.size() + 2;
+    char* start = buffer_.Push(room);
+    const char* end = quote(value, start);
+    buffer_.Pop(room - static_cast<std::size_t>(end - start));
+}
+
+void JsonWriter::plain(std::string_view value)
+{
+    Prefix(rapidjson::kStringType);
+    char* out = buffer_.Push(value.size() + 2);
+    *out++ = '"';
+    std::memcpy(out, value.data(), value.size());
+    out[value.size()] = '"';
 }
 
 } // namespace embedded_host::inventory

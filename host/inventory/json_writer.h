@@ -4,7 +4,6 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include <string>
 #include <string_view>
 
 namespace embedded_host::inventory
@@ -22,13 +21,16 @@ public:
     void beginArray() { StartArray(); }
     void endArray() { EndArray(); }
 
-    void key(std::string_view name) { text(name); }
+    /// Keys are plain, as plainPrefix says it.
+    void key(std::string_view name) { plain(name); }
     void member(std::string_view name, std::string_view value)
     {
         key(name);
         text(value);
     }
     void text(std::string_view value);
+    /// A text that is known to be plain: the names that the device API gives its constants.
+    void plain(std::string_view value);
     void number(double value) { Double(value); }
     void number(std::uint64_t value) { Uint64(value); }
     void number(int value) { Int(value); }
@@ -47,7 +49,6 @@ public:
 
 private:
     rapidjson::StringBuffer buffer_;
-    std::string quoted_;
 };
 
 } // namespace embedded_host::inventory

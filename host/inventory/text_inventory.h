@@ -19,7 +19,7 @@ class TextInventory : public DeviceSink
 public:
     TextInventory(Output& output, Detail detail) : output_(output), detail_(detail) {}
 
-    void take(DeviceRecord device) override { devices_.push_back(std::move(device)); }
+    void take(DeviceRecord&& device) override { devices_.push_back(std::move(device)); }
     void end();
 
 private:

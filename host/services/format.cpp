@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 
 namespace embedded_host::services
@@ -13,8 +15,13 @@ namespace embedded_host::services
 
 std::string decimal(double number, int decimals, Zeros trailing)
 {
+    // Whole numbers, nearly all that there are, need no floating point.
+    constexpr double kExact = 0x1p53;
+    if (trailing == Zeros::Drop && std::fabs(number) < kExact && std::trunc(number) == number && !std::signbit(number))
+        return std::to_string(static_cast<std::int64_t>(number));
+
     // The largest double has 309 digits before the point.
-    std::array<char, 400> digits{};
+    std::array<char, 400> digits; // NOLINT(cppcoreguidelines-pro-type-member-init): to_chars fills it
     const auto end =
         std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, std::min(decimals, 80)).ptr;
     std::string text(digits.begin(), end);

@@ -2,6 +2,7 @@
 #include "logging.h"
 
 #include "lum.h"
+#include "messages.h"
 #include "utf8.h"
 
 #include <algorithm>
@@ -22,6 +23,10 @@ LogSink& sink()
     return current;
 }
 
+constexpr int kWarning = 3;
+constexpr unsigned kMostWarnings = 50;
+unsigned warnings = 0;
+
 void writeToStandardError(int priority, std::string_view logger, std::string_view message)
 {
     std::string line = "[" + std::to_string(priority) + "] " + std::string(logger) + ": ";
@@ -30,9 +35,32 @@ void writeToStandardError(int priority, std::string_view logger, std::string_vie
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
+void write(int priority, std::string_view logger, std::string_view text)
+{
+    if (const auto& taken = sink())
+        taken(priority, logger, text);
+    else
+        writeToStandardError(priority, logger, text);
+}
+
+/// Writes the message; once there were too many warnings, says so instead, and then nothing. Returns whether it was
+/// written.
+bool writeWithinLimit(int priority, std::string_view logger, std::string_view text)
+{
+    if (priority < kWarning || ++warnings < kMostWarnings) {
+        write(priority, logger, text);
+        return true;
+    }
+    if (warnings == kMostWarnings)
+        write(kWarning, logger, message("there are more messages like those above; they are left out"));
+    return false;
+}
+
 } // namespace
 
 LogSink setLogSink(LogSink next) { return std::exchange(sink(), std::move(next)); }
+
+void countWarningsAnew() { warnings = 0; }
 
 void log(int priority, const char* name, const std::string& message)
 {
@@ -80,12 +108,9 @@ bool Logger::log(LOGGER_PRIORITY at, const LoggerStream& message)
     if (at < resolvePriority())
         return false;
     const int error = errno; // whoever logs an error may still tell its number
-    if (const auto& taken = sink())
-        taken(at, name_, message.text());
-    else
-        writeToStandardError(at, name_, message.text());
+    const bool written = writeWithinLimit(at, name_, message.text());
     errno = error;
-    return true;
+    return written;
 }
 
 LOGGER_PRIORITY LogFactory::getPriority() { return processPriority; }

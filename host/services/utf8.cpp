@@ -2,7 +2,9 @@
 #include "utf8.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace embedded_host::services
 {
@@ -35,7 +37,34 @@ Lead leadOf(unsigned char first)
             static_cast<unsigned char>(first == 0xF4 ? 0x8F : 0xBF)};
 }
 
+constexpr bool isPlain(char byte) { return byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\'; }
+
+/// isPlain of eight bytes at once. Each term has a byte's highest bit set when that byte is not plain; a carry out of
+/// one byte only sets bits above it, and then the answer is no already.
+constexpr bool arePlain(std::uint64_t bytes)
+{
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    constexpr std::uint64_t kHighest = 0x80 * kOnes;
+    constexpr auto isZero = [](std::uint64_t value) { return (value - kOnes) & ~value; };
+    const std::uint64_t found = bytes | (bytes - 0x20 * kOnes) | isZero(bytes ^ 0x7F * kOnes) |
+                                isZero(bytes ^ '"' * kOnes) | isZero(bytes ^ '\\' * kOnes);
+    return (found & kHighest) == 0;
+}
+
 } // namespace
+
+std::size_t plainPrefix(std::string_view text)
+{
+    std::size_t count = 0;
+    for (std::uint64_t eight = 0; text.size() - count >= sizeof eight; count += sizeof eight) {
+        std::memcpy(&eight, text.data() + count, sizeof eight);
+        if (!arePlain(eight))
+            break;
+    }
+    while (count < text.size() && isPlain(text[count]))
+        ++count;
+    return count;
+}
 
 Character takeCharacter(std::string_view& text)
 {
@@ -92,7 +121,12 @@ void appendUtf8(std::string& out, char32_t code)
 
 void appendPrintable(std::string& out, std::string_view text)
 {
-    while (!text.empty()) {
+    for (;;) {
+        const auto plain = plainPrefix(text);
+        out += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
         const auto character = takeCharacter(text);
         if (character.code == '\n') {
             out += "\\n";

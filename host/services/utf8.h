@@ -7,6 +7,10 @@
 namespace embedded_host::services
 {
 
+/// How many bytes at the start of a text stand for themselves wherever it is shown: printable ASCII without quotation
+/// mark and backslash.
+std::size_t plainPrefix(std::string_view text);
+
 /// One character, and the bytes it was read from.
 struct Character
 {

@@ -49,7 +49,7 @@ class CountingSink : public DeviceSink
 {
 public:
     explicit CountingSink(DeviceSink& next) : next_(next) {}
-    void take(DeviceRecord device) override
+    void take(DeviceRecord&& device) override
     {
         ++count_;
         next_.take(std::move(device));
@@ -120,6 +120,7 @@ void discover(const SettingsSource& settings, DeviceSink& sink)
     } catch (const std::runtime_error& error) {
         fail(error.what());
     }
+    services::countWarningsAnew();
     table::beginDiscovery();
 
     CountingSink counting(sink);

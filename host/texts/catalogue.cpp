@@ -16,10 +16,8 @@ constexpr std::size_t kTexts = 16;
 
 std::uint32_t Catalogue::number(std::size_t offset) const
 {
-    std::uint32_t value = 0;
-    for (std::size_t i = sizeof value; i-- > 0;)
-        value = value << 8 | bytes_[offset + i];
-    return value;
+    const auto* byte = bytes_.data() + offset;
+    return byte[0] | std::uint32_t{byte[1]} << 8 | std::uint32_t{byte[2]} << 16 | std::uint32_t{byte[3]} << 24;
 }
 
 /// Each entry of a table is a length and an offset.

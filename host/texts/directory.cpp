@@ -42,6 +42,16 @@ static_assert(std::ranges::adjacent_find(kDirectory, std::ranges::greater_equal{
 static_assert(std::ranges::all_of(kDirectory, [](const FieldTexts& field) { return ascending(field.texts); }),
               "a table of texts is not in ascending order");
 
+/// Where each type's fields begin; the next type's are their end.
+constexpr auto kFirstOfType = [] {
+    std::array<std::uint8_t, 257> first{};
+    static_assert(kDirectory.size() <= 0xFF);
+    for (std::size_t type = 0; type < first.size(); ++type)
+        while (first[type] < kDirectory.size() && kDirectory[first[type]].type < type)
+            ++first[type];
+    return first;
+}();
+
 } // namespace
 
 const FieldTexts* findField(unsigned type, unsigned offset, unsigned width, unsigned shift)
@@ -49,8 +59,9 @@ const FieldTexts* findField(unsigned type, unsigned offset, unsigned width, unsi
     if ((type | offset | width | shift) > 0xFF)
         return nullptr;
     const auto key = type << 24 | offset << 16 | width << 8 | shift;
-    const auto* found = std::ranges::lower_bound(kDirectory, key, {}, &FieldTexts::key);
-    return found != kDirectory.end() && found->key() == key ? found : nullptr;
+    const std::span fields(&kDirectory[kFirstOfType[type]], &kDirectory[kFirstOfType[type + 1]]);
+    const auto found = std::ranges::find(fields, key, &FieldTexts::key);
+    return found != fields.end() ? &*found : nullptr;
 }
 
 const char* findText(const FieldTexts& field, unsigned value)

@@ -23,7 +23,7 @@ class RecordingSink : public embedded_host::DeviceSink
 {
 public:
     explicit RecordingSink(std::vector<DeviceRecord>& devices) : devices_(devices) {}
-    void take(DeviceRecord device) override { devices_.push_back(std::move(device)); }
+    void take(DeviceRecord&& device) override { devices_.push_back(std::move(device)); }
 
 private:
     std::vector<DeviceRecord>& devices_;

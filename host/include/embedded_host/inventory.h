@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace embedded_host
@@ -31,6 +32,8 @@ struct Property : orb5::DeviceProperty
 /// A property on a device.
 struct HeldProperty
 {
+    HeldProperty(const Property* property, orb5::Value present) : declaration(property), value(std::move(present)) {}
+
     const Property* declaration;
     orb5::Value value;
 };
@@ -56,6 +59,9 @@ struct DeviceRecord
 
     /// The value of a property; null when the device does not have it.
     const orb5::Value* find(std::string_view propertyName) const;
+
+    /// Empties all lists, but keeps their memory.
+    void clear();
 };
 
 /// Takes the devices of a discovery, one by one, as the module publishes them.
@@ -63,7 +69,8 @@ class DeviceSink
 {
 public:
     virtual ~DeviceSink() = default;
-    virtual void take(DeviceRecord device) = 0;
+    /// The record may be moved from; what is left of it serves the next device.
+    virtual void take(DeviceRecord&& device) = 0;
 };
 
 /// What the module said of itself.

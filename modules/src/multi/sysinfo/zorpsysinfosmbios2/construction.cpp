@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace zorpsysinfosmbios2
 {
@@ -44,9 +45,9 @@ char* formatHexBytes(const void* bytes, unsigned char count)
 
 String& getLocalizedDeviceName(String& out, const String& key, const char* defaultName)
 {
-    static const String kPrefix("LocalizedString.");
+    static const String kPrefix("LocalizedString.devname_");
     out = "";
-    const auto name = (kPrefix + (String("devname_") + key)).getLowerByteString();
+    const auto name = (kPrefix + key).getLowerByteString();
     if (!Resource::getString(kSection, name.c_str(), out, LumLocale::getGlobalLocale()))
         out = defaultName;
     return out;
@@ -98,7 +99,7 @@ void addStringProperty(const libsmbios2::type_hdr* structure, unsigned char numb
 {
     OrbString text;
     if (getStructureString(structure, number, text))
-        device->addProperty(property->setValue(Value(text)));
+        device->addProperty(property->setValue(Value(std::move(text))));
 }
 
 OrbString handleText(std::uint32_t handle)

@@ -5,6 +5,8 @@
 #include "fields.h"
 #include "renderings.h"
 
+#include <utility>
+
 namespace zorpsysinfosmbios2
 {
 
@@ -34,15 +36,15 @@ public:
     /// Type, length and handle.
     void header();
 
-    void set(orb5::DeviceProperty* property, const orb5::Value& value)
+    void set(orb5::DeviceProperty* property, orb5::Value value)
     {
-        device_->addProperty(property->setValue(value));
+        device_->addProperty(property->setValue(std::move(value)));
     }
 
     /// The property takes the value in any case, the device only when it is wanted.
-    void setIf(bool wanted, orb5::DeviceProperty* property, const orb5::Value& value)
+    void setIf(bool wanted, orb5::DeviceProperty* property, orb5::Value value)
     {
-        property->setValue(value);
+        property->setValue(std::move(value));
         if (wanted)
             device_->addProperty(property);
     }
