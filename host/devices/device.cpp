@@ -43,8 +43,8 @@ void DeviceRecord::clear()
 
 const orb5::Value* DeviceRecord::find(std::string_view propertyName) const
 {
-    const auto found =
-        std::ranges::find(properties, propertyName, [](const HeldProperty& held) { return held.declaration->name; });
+    const auto found = std::ranges::find(
+        properties, propertyName, [](const auto& held) -> auto& { return held.declaration->name; });
     return found == properties.end() ? nullptr : &found->value;
 }
 

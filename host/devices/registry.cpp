@@ -74,6 +74,7 @@ DeviceProperty* SysInfoModule::createDeviceProperty(const OrbString& name, const
         throw OrbException("a property's name must be printable ASCII without quotation mark and backslash");
     auto& properties = registry().properties;
     properties.push_back(std::make_unique<Property>(name, categories, type, capability));
+    properties.back()->index = properties.size() - 1;
     return properties.back().get();
 }
 

@@ -2,11 +2,12 @@
 #include "text_inventory.h"
 
 #include "categories.h"
+#include "headlines.h"
 #include "services/utf8.h"
 #include "texts/translations.h"
-#include "tree.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace embedded_host::inventory
@@ -18,19 +19,24 @@ namespace
 /// Deeper devices are not indented further, so that a hostile chain of links cannot make the text grow by its square.
 constexpr std::size_t kDeepestIndent = 16;
 
-std::string printable(std::string_view text)
-{
-    std::string shown;
-    services::appendPrintable(shown, text);
-    return shown;
-}
+/// Values are not wrapped to less, however narrow the terminal is.
+constexpr std::size_t kNarrowest = 20;
 
-std::string labelOf(const Property& property)
-{
-    const auto& language = lum::LumLocale::getGlobalLocale().language();
-    const auto label = texts::translation(language, "LocalizedString.propname_" + property.name);
-    return std::string(label.empty() ? property.name : label);
-}
+/// A line of a block that is not laid out yet: a mark, the label filled up to the block's width, kCell, the value. No
+/// printable text has a tab.
+constexpr char kCell = '\t';
+constexpr char kKnown = ' ';
+constexpr char kMissing = '?';
+
+/// The module's own word, the same in every language.
+constexpr std::string_view kUnknown = "UNKNOWN";
+
+constexpr std::string_view kGap = "  ";
+
+constexpr std::string_view kPlain = "\x1B[0m";
+constexpr std::string_view kBold = "\x1B[1m";
+constexpr std::string_view kFaint = "\x1B[2m";
+constexpr std::string_view kTelling = "\x1B[36m";
 
 bool isShown(const Property& property, Detail detail)
 {
@@ -41,79 +47,206 @@ bool isShown(const Property& property, Detail detail)
             (categories.contains(Category::Tier1()) || categories.contains(Category::Tier2())));
 }
 
-/// The lines of a value: one for each element of a list.
-std::vector<std::string> linesOf(const orb5::Value& value)
+/// The lines of a text for a place of so many columns, broken at blanks where there are some.
+std::vector<std::string_view> wrapped(std::string_view text, std::size_t columns)
 {
-    const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held());
-    if (elements == nullptr)
-        return {printable(value.toString().lumString().bytes())};
-    std::vector<std::string> lines;
-    for (const auto& element : *elements)
-        lines.push_back(printable(element.lumString().bytes()));
+    std::vector<std::string_view> lines;
+    while (services::columnsOf(text) > columns) {
+        std::string_view rest = text;
+        std::size_t used = 0;
+        std::size_t blank = 0; // behind the last one that fits
+        for (;;) {
+            std::string_view behind = rest;
+            const auto character = services::takeCharacter(behind);
+            used += services::columnsOf(character.code);
+            if (character.code == ' ' && used <= columns + 1)
+                blank = text.size() - behind.size();
+            if (used > columns)
+                break;
+            rest = behind;
+        }
+        const std::size_t end = blank != 0 ? blank : std::max<std::size_t>(text.size() - rest.size(), 1);
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(end);
+    }
+    lines.push_back(text);
     return lines;
-}
-
-/// Columns that a text takes: its characters, as far as each takes one.
-std::size_t width(std::string_view text)
-{
-    return static_cast<std::size_t>(std::ranges::count_if(text, [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
 } // namespace
 
+TextInventory::TextInventory(Output& output, Detail detail, Looks looks) : output_(output), looks_(looks)
+{
+    const auto& language = lum::LumLocale::getGlobalLocale().language();
+    notInstalled_ = texts::translation(language, "NotInstalled");
+    unknown_ = texts::translated(language, "Unknown");
+    for (const auto* property : declaredProperties()) {
+        auto label = texts::translation(language, "LocalizedString.propname_" + property->name);
+        if (label.empty())
+            label = property->name;
+        const auto rank = std::ranges::find(kHeadlines, property->name) - std::begin(kHeadlines);
+        labels_.push_back({std::string(label), services::columnsOf(label), isShown(*property, detail),
+                           static_cast<std::size_t>(rank)});
+    }
+}
+
+/// Appends a text as it is shown; what stands for a missing value is put in parentheses. Returns whether it does.
+bool TextInventory::appendShown(const orb5::OrbString& value)
+{
+    const std::string_view text = value.lumString().bytes();
+    const bool missing = text == notInstalled_ || text == unknown_ || text == kUnknown;
+    text_ += missing ? "(" : "";
+    services::appendPrintable(text_, text);
+    text_ += missing ? ")" : "";
+    return missing;
+}
+
+/// "Memory Device  DIMM A1, 16 GB, DDR4": what is not known is left out, what is not there is said.
+void TextInventory::appendHeadline(Block& block, const DeviceRecord& device)
+{
+    telling_.clear();
+    for (const auto& property : device.properties)
+        if (labels_[property.declaration->index].headline < std::size(kHeadlines))
+            telling_.push_back(&property);
+    std::ranges::sort(telling_, {}, [&](const auto* p) { return labels_[p->declaration->index].headline; });
+
+    services::appendPrintable(text_, device.name);
+    block.nameEnd = text_.size();
+    std::string_view gap = kGap;
+    for (const auto* property : telling_) {
+        const std::size_t before = text_.size();
+        const auto value = property->value.toString();
+        const bool absent = value.lumString().bytes() == notInstalled_;
+        text_ += gap;
+        if (appendShown(value) && !absent) {
+            text_.resize(before);
+            continue;
+        }
+        block.absent = block.absent || absent;
+        gap = ", ";
+    }
+    text_ += '\n';
+}
+
+/// Appends the lines of a property: one for each element of a list.
+void TextInventory::appendRows(const HeldProperty& property, std::size_t labelColumns)
+{
+    const auto& label = labels_[property.declaration->index];
+    const auto appendLine = [&](bool first, const orb5::OrbString& text) {
+        const std::size_t mark = text_.size();
+        text_ += kKnown;
+        text_ += first ? std::string_view(label.text) : std::string_view();
+        text_.append(labelColumns - (first ? label.columns : 0), ' ');
+        text_ += kCell;
+        if (appendShown(text))
+            text_[mark] = kMissing;
+        text_ += '\n';
+    };
+
+    const auto& held = property.value.held();
+    if (const auto* text = std::get_if<orb5::OrbString>(&held)) {
+        appendLine(true, *text);
+    } else if (const auto* list = std::get_if<std::vector<orb5::OrbString>>(&held); list != nullptr && !list->empty()) {
+        for (const auto& element : *list)
+            appendLine(&element == &list->front(), element);
+    } else {
+        appendLine(true, property.value.toString());
+    }
+}
+
+void TextInventory::take(DeviceRecord&& device)
+{
+    std::size_t labelColumns = 0;
+    for (const auto& property : device.properties)
+        if (const auto& label = labels_[property.declaration->index]; label.shown)
+            labelColumns = std::max(labelColumns, label.columns);
+
+    Block block;
+    text_.clear();
+    appendHeadline(block, device);
+    for (const auto& property : device.properties)
+        if (labels_[property.declaration->index].shown)
+            appendRows(property, labelColumns);
+    block.text = text_;
+    blocks_.push_back(std::move(block));
+    links_.emplace_back(device);
+}
+
 void TextInventory::end()
 {
-    const auto tree = treeOf(devices_);
+    if (blocks_.empty())
+        return;
+    const auto tree = treeOf(links_);
+    std::array<std::string, kDeepestIndent + 1> beside; // the lines of the tree left of what hangs under each level
+
     struct Place
     {
         std::size_t device;
         std::size_t depth;
+        bool last; ///< of its parent's children
     };
-    std::vector<Place> pending;
-    if (!devices_.empty())
-        pending.push_back({0, 0});
+    std::vector<Place> pending{{0, 0, true}};
     while (!pending.empty()) {
         const auto place = pending.back();
         pending.pop_back();
-        writeDevice(devices_[place.device], place.depth);
         const auto& children = tree[place.device].children;
+        const std::size_t level = std::min(place.depth, kDeepestIndent);
+        std::string branch;
+        if (level != 0) {
+            branch = beside[level - 1] + (place.last ? "└─ " : "├─ ");
+            beside[level] = beside[level - 1] + (place.last ? "   " : "│  ");
+        }
+        writeBlock(blocks_[place.device], branch, beside[level] + (children.empty() ? "   " : "│  "));
         std::transform(children.rbegin(), children.rend(), std::back_inserter(pending), [&](std::size_t child) {
-            return Place{child, place.depth + 1};
+            return Place{child, place.depth + 1, child == children.back()};
         });
     }
 }
 
-void TextInventory::writeDevice(const DeviceRecord& device, std::size_t depth)
+std::string_view TextInventory::style(std::string_view sequence) const
 {
-    const std::string indent(2 * std::min(depth, kDeepestIndent), ' ');
-    output_.write(indent + printable(device.name) + "\n");
+    return looks_.colours ? sequence : std::string_view();
+}
 
-    struct Row
-    {
-        std::string label;
-        const orb5::Value& value;
+void TextInventory::writeBlock(const Block& block, std::string_view branch, std::string_view beside)
+{
+    std::string_view text = block.text;
+    const auto takeLine = [&] {
+        const auto line = text.substr(0, text.find('\n'));
+        text.remove_prefix(line.size() + 1);
+        return line;
     };
-    std::vector<Row> rows;
-    std::size_t widest = 0;
-    for (const auto& property : device.properties) {
-        if (!isShown(*property.declaration, detail_))
-            continue;
-        rows.push_back({labelOf(*property.declaration), property.value});
-        widest = std::max(widest, width(rows.back().label));
-    }
 
-    const std::string hanging = indent + std::string(4 + widest + 2, ' ');
-    for (const auto& row : rows) {
-        std::string text = indent;
-        text.append("    ").append(row.label).append(widest - width(row.label) + 2, ' ');
-        const auto lines = linesOf(row.value);
-        for (const auto& line : lines) {
-            if (&line != &lines.front())
-                (text += '\n') += hanging;
-            text += line;
-        }
-        output_.write(text + "\n");
+    const auto headline = takeLine();
+    text_.clear();
+    text_.append(style(kFaint)).append(branch).append(style(kPlain));
+    text_.append(style(block.absent ? kFaint : kBold)).append(headline.substr(0, block.nameEnd));
+    text_.append(style(block.absent ? kFaint : kTelling)).append(headline.substr(block.nameEnd));
+    text_.append(style(kPlain)).append("\n");
+    while (!text.empty())
+        appendRow(takeLine(), beside);
+    output_.write(text_);
+}
+
+/// Lays out one line of a block, on more than one where it is too long for the place.
+void TextInventory::appendRow(std::string_view row, std::string_view beside)
+{
+    const auto cell = row.find(kCell);
+    const auto label = row.substr(1, cell - 1);
+    const auto value = row.substr(cell + 1);
+    const auto appendLine = [&](std::string_view left, std::string_view text) {
+        text_.append(style(kFaint)).append(beside).append(style(kPlain)).append(left).append(kGap);
+        text_.append(style(row.front() == kMissing ? kFaint : kPlain)).append(text);
+        text_.append(style(kPlain)).append("\n");
+    };
+    if (looks_.columns == 0) {
+        appendLine(label, value);
+        return;
     }
+    const std::size_t used = services::columnsOf(beside) + services::columnsOf(label) + kGap.size();
+    const auto parts = wrapped(value, std::max(kNarrowest, looks_.columns - std::min(looks_.columns, used)));
+    for (const auto& part : parts)
+        appendLine(&part == &parts.front() ? label : std::string(services::columnsOf(label), ' '), part);
 }
 
 void writeCatalogueAsText(Output& output)

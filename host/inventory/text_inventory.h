@@ -3,6 +3,7 @@
 
 #include "embedded_host/inventory.h"
 #include "output.h"
+#include "tree.h"
 
 namespace embedded_host::inventory
 {
@@ -13,21 +14,57 @@ enum class Detail {
     All,
 };
 
+/// What the place can show where the text is read.
+struct Looks
+{
+    std::size_t columns = 0; ///< long values are wrapped there; 0 for no limit
+    bool colours = false;
+};
+
 /// Collects the devices, since any of them may turn out to be an earlier one's parent, and prints them at the end.
 class TextInventory : public DeviceSink
 {
 public:
-    TextInventory(Output& output, Detail detail) : output_(output), detail_(detail) {}
+    TextInventory(Output& output, Detail detail, Looks looks = {});
 
-    void take(DeviceRecord&& device) override { devices_.push_back(std::move(device)); }
+    void take(DeviceRecord&& device) override;
     void end();
 
 private:
-    void writeDevice(const DeviceRecord& device, std::size_t depth);
+    /// How a property is shown; properties are told by their index.
+    struct Label
+    {
+        std::string text;
+        std::size_t columns;
+        bool shown;
+        std::size_t headline; ///< rank among kHeadlines
+    };
+
+    /// A device as far as it can be laid out before its place is known.
+    struct Block
+    {
+        std::string text;        ///< the headline, then a line for each property or list element
+        std::size_t nameEnd = 0; ///< where the device's name ends in the headline
+        bool absent = false;     ///< an empty socket
+    };
+
+    bool appendShown(const orb5::OrbString& value);
+    void appendRows(const HeldProperty& property, std::size_t labelColumns);
+    void appendHeadline(Block& block, const DeviceRecord& device);
+
+    std::string_view style(std::string_view sequence) const;
+    void writeBlock(const Block& block, std::string_view branch, std::string_view beside);
+    void appendRow(std::string_view row, std::string_view beside);
 
     Output& output_;
-    Detail detail_;
-    std::vector<DeviceRecord> devices_;
+    Looks looks_;
+    std::string notInstalled_; ///< the size of an empty memory socket, in the user's language
+    std::string unknown_;      ///< an enumerated value that the firmware does not know, likewise
+    std::vector<Label> labels_;
+    std::vector<Links> links_;
+    std::vector<Block> blocks_;
+    std::vector<const HeldProperty*> telling_; ///< of the device that is taken
+    std::string text_;                         ///< of the block that is being made or written
 };
 
 /// Prints all declarations as a table.

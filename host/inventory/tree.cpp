@@ -14,8 +14,8 @@ namespace
 constexpr std::size_t kRoot = 0;
 constexpr std::string_view kPrefix = "SMBIOS:";
 
-/// What a link to this device says: its identifier without "SMBIOS:" and without an instance number.
-std::string_view linkText(const DeviceRecord& device)
+/// How others link to a device: its identifier without "SMBIOS:" and without an instance number.
+std::string_view nameOf(const DeviceRecord& device)
 {
     std::string_view text = device.uid;
     if (!text.starts_with(kPrefix))
@@ -24,43 +24,30 @@ std::string_view linkText(const DeviceRecord& device)
     return text.substr(0, text.find(':'));
 }
 
-std::string parentLink(const DeviceRecord& device)
-{
-    const auto* parent = device.find("smbios2_parent");
-    return parent == nullptr ? std::string() : parent->toString().lumString().bytes();
-}
-
-/// The first published device that names each link text as its child, and the first that bears it.
-struct Links
+/// The first published device that names each as its child, and the first that bears each name.
+struct Directory
 {
     std::unordered_map<std::string_view, std::size_t> namedBy;
     std::unordered_map<std::string_view, std::size_t> bornBy;
 
-    explicit Links(std::span<const DeviceRecord> devices)
+    explicit Directory(std::span<const Links> devices)
     {
         for (std::size_t i = 0; i < devices.size(); ++i) {
-            bornBy.emplace(linkText(devices[i]), i);
-            for (const auto& child : devices[i].childBusIds)
-                if (child.id)
-                    addName(*child.id, i, linkText(devices[i]));
+            bornBy.emplace(devices[i].name, i);
+            for (const auto& child : devices[i].children)
+                if (child != devices[i].name)
+                    namedBy.emplace(child, i);
         }
-    }
-
-private:
-    void addName(std::string_view child, std::size_t by, std::string_view self)
-    {
-        if (child != self)
-            namedBy.emplace(child, by);
     }
 };
 
-std::size_t parentOf(const DeviceRecord& device, std::size_t self, const Links& links)
+std::size_t parentOf(const Links& device, std::size_t self, const Directory& directory)
 {
-    if (device.uids.empty())
-        if (const auto named = links.namedBy.find(linkText(device)); named != links.namedBy.end())
+    if (!device.ownParentOnly)
+        if (const auto named = directory.namedBy.find(device.name); named != directory.namedBy.end())
             return named->second;
-    const auto born = links.bornBy.find(parentLink(device));
-    return born != links.bornBy.end() && born->second != self ? born->second : kRoot;
+    const auto born = directory.bornBy.find(device.parent);
+    return born != directory.bornBy.end() && born->second != self ? born->second : kRoot;
 }
 
 /// Hangs one device of every circle under the root.
@@ -84,14 +71,23 @@ void openCircles(std::vector<TreeNode>& tree)
 
 } // namespace
 
-std::vector<TreeNode> treeOf(std::span<const DeviceRecord> devices)
+Links::Links(const DeviceRecord& device) : name(nameOf(device)), ownParentOnly(!device.uids.empty())
+{
+    for (const auto& child : device.childBusIds)
+        if (child.id)
+            children.push_back(*child.id);
+    if (const auto* link = device.find("smbios2_parent"); link != nullptr)
+        parent = link->toString().lumString().bytes();
+}
+
+std::vector<TreeNode> treeOf(std::span<const Links> devices)
 {
     std::vector<TreeNode> tree(devices.size());
     if (devices.empty())
         return tree;
-    const Links links(devices);
+    const Directory directory(devices);
     for (std::size_t i = 1; i < devices.size(); ++i)
-        tree[i].parent = parentOf(devices[i], i, links);
+        tree[i].parent = parentOf(devices[i], i, directory);
     tree[kRoot].parent = kRoot;
     openCircles(tree);
     for (std::size_t i = 1; i < devices.size(); ++i)

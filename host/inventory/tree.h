@@ -9,6 +9,17 @@
 namespace embedded_host::inventory
 {
 
+/// What a device says of its place.
+struct Links
+{
+    explicit Links(const DeviceRecord& device);
+
+    std::string name;                  ///< by which others link to it; empty when nobody can
+    std::string parent;                ///< the name of its parent; empty for none
+    std::vector<std::string> children; ///< the names of its children
+    bool ownParentOnly;                ///< it has a type-level identifier
+};
+
 /// A device's place in the tree, devices being told by their index.
 struct TreeNode
 {
@@ -20,6 +31,6 @@ struct TreeNode
 /// it as a child, else under its parent property, else under the root. A device with a type-level identifier moves only
 /// by its own parent property: real firmware leaves handle 0, mostly the BIOS, in links that it never filled in. A
 /// handle that names nobody counts as no link, and a circle is opened at its first published device.
-std::vector<TreeNode> treeOf(std::span<const DeviceRecord> devices);
+std::vector<TreeNode> treeOf(std::span<const Links> devices);
 
 } // namespace embedded_host::inventory

@@ -1,7 +1,9 @@
 // What the process was given: arguments and streams, folders for settings, the user's language.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,16 @@ std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
 /// Makes standard output take UTF-8 and leave every byte as it is; a reader who goes away is an error of writing and no
 /// end of the process.
 void prepareStreams();
+
+/// A terminal that shows what is printed.
+struct Terminal
+{
+    std::size_t columns;
+    bool colours; ///< it obeys colour sequences, and the user wants them
+};
+
+/// The terminal that standard output is; none where it is a file or a pipe.
+std::optional<Terminal> terminal();
 
 /// The folders that may hold settings, the user's before the system's.
 std::vector<std::filesystem::path> configurationFolders();

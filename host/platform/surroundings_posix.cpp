@@ -1,8 +1,11 @@
 // The process's surroundings on POSIX systems.
 #include "surroundings.h"
 
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
+#include <sys/ioctl.h>
+#include <unistd.h>
 
 namespace embedded_host::platform
 {
@@ -25,6 +28,20 @@ void prepareStreams()
 {
     // Writing then fails with EPIPE.
     std::signal(SIGPIPE, SIG_IGN);
+}
+
+std::optional<Terminal> terminal()
+{
+    if (isatty(STDOUT_FILENO) == 0)
+        return std::nullopt;
+    constexpr std::size_t kUsual = 80;
+    std::size_t columns = 0;
+    const auto wanted = variable("COLUMNS");
+    std::from_chars(wanted.data(), wanted.data() + wanted.size(), columns);
+    if (winsize size{}; columns == 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0)
+        columns = size.ws_col;
+    const auto kind = variable("TERM");
+    return Terminal{columns != 0 ? columns : kUsual, variable("NO_COLOR").empty() && !kind.empty() && kind != "dumb"};
 }
 
 std::vector<std::filesystem::path> configurationFolders()

@@ -53,6 +53,19 @@ void prepareStreams()
     }
 }
 
+std::optional<Terminal> terminal()
+{
+    HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    CONSOLE_SCREEN_BUFFER_INFO buffer{};
+    if (GetConsoleMode(output, &mode) == 0 || GetConsoleScreenBufferInfo(output, &buffer) == 0)
+        return std::nullopt;
+    const wchar_t* plain = _wgetenv(L"NO_COLOR");
+    const bool wanted = plain == nullptr || *plain == L'\0';
+    const bool colours = wanted && SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+    return Terminal{static_cast<std::size_t>(buffer.srWindow.Right - buffer.srWindow.Left + 1), colours};
+}
+
 std::vector<std::filesystem::path> configurationFolders()
 {
     std::vector<std::filesystem::path> folders;

@@ -1,10 +1,12 @@
 // Decoding UTF-8 the way Unicode recommends it for ill-formed input: one replacement for each maximal subpart.
 #include "utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <span>
 
 namespace embedded_host::services
 {
@@ -35,6 +37,31 @@ Lead leadOf(unsigned char first)
                 static_cast<unsigned char>(first == 0xED ? 0x9F : 0xBF)};
     return {4, static_cast<unsigned char>(first == 0xF0 ? 0x90 : 0x80),
             static_cast<unsigned char>(first == 0xF4 ? 0x8F : 0xBF)};
+}
+
+struct Range
+{
+    char32_t first;
+    char32_t last;
+};
+
+/// What takes no column: combining marks, joiners and variation selectors (Unicode, general category Mn and Cf, as far
+/// as texts about hardware may have them).
+constexpr Range kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x064B, 0x065F},
+                                {0x0E31, 0x0E31}, {0x0E34, 0x0E3A}, {0x0E47, 0x0E4E}, {0x1AB0, 0x1AFF},
+                                {0x1DC0, 0x1DFF}, {0x200B, 0x200D}, {0x20D0, 0x20FF}, {0x3099, 0x309A},
+                                {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}, {0xFEFF, 0xFEFF}, {0xE0100, 0xE01EF}};
+
+/// What takes two columns (Unicode, East Asian Width W and F).
+constexpr Range kWide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0x33FF},   {0x3400, 0x4DBF},
+                           {0x4E00, 0xA4CF},   {0xA960, 0xA97F},   {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},
+                           {0xFE30, 0xFE6F},   {0xFF01, 0xFF60},   {0xFFE0, 0xFFE6},   {0x16FE0, 0x18CFF},
+                           {0x1B000, 0x1B2FF}, {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF},
+                           {0x20000, 0x3FFFD}};
+
+bool isIn(std::span<const Range> ranges, char32_t code)
+{
+    return std::ranges::any_of(ranges, [&](const Range& range) { return code >= range.first && code <= range.last; });
 }
 
 constexpr bool isPlain(char byte) { return byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\'; }
@@ -96,6 +123,28 @@ bool isObeyed(char32_t code)
 {
     return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x061C || code == 0x200E || code == 0x200F ||
            (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+std::size_t columnsOf(char32_t code)
+{
+    if (code < kCombining[0].first)
+        return 1;
+    if (isIn(kCombining, code))
+        return 0;
+    return isIn(kWide, code) ? 2 : 1;
+}
+
+std::size_t columnsOf(std::string_view text)
+{
+    std::size_t columns = 0;
+    for (;;) {
+        const auto plain = plainPrefix(text);
+        columns += plain;
+        text.remove_prefix(plain);
+        if (text.empty())
+            return columns;
+        columns += columnsOf(takeCharacter(text).code);
+    }
 }
 
 void appendUtf8(std::string& out, char32_t code)

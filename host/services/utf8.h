@@ -25,6 +25,13 @@ Character takeCharacter(std::string_view& text);
 /// change the direction of the text around them.
 bool isObeyed(char32_t code);
 
+/// Columns that a terminal takes for a character that it shows: 0 for what combines with the character before it, 2
+/// for the wide characters of East Asia.
+std::size_t columnsOf(char32_t code);
+
+/// Columns of a text.
+std::size_t columnsOf(std::string_view text);
+
 /// Appends the character as UTF-8.
 void appendUtf8(std::string& out, char32_t code);
 

@@ -133,11 +133,11 @@ void declareOptions(CLI::App& app, Written& written)
     app.add_option("--settings", written.settingsFile, translatable("read the settings from this file"))
         ->option_text("FILE");
 
-    app.option_defaults()->group(translatable("Other"));
+    app.option_defaults()->group(translatable("Log and help"));
     app.add_option("--log-level", written.logLevel, translatable("lowest priority that is logged, 1 to 5 (default 3)"))
         ->option_text("N")
         ->check(checkLogLevel, "");
-    app.set_help_flag("-h,--help", translatable("show this help"))->group("Other");
+    app.set_help_flag("-h,--help", translatable("show this help"))->group("Log and help");
     app.add_flag("-V,--version", written.version, translatable("show the version"));
 }
 
@@ -217,9 +217,9 @@ std::string helpText()
             text += helpLine(*option);
     }
     constexpr std::pair<const char*, const char*> kExamples[] = {
-        {"--all", translatable("this machine with all details; needs root")},
-        {"-f json -o machine.json", translatable("the same for a program, into a file")},
-        {"-s LoadTable=saved.dmi", translatable("the machine of a saved table")},
+        {"--all", translatable("this machine in full; needs root")},
+        {"-f json -o machine.json", translatable("the same for programs, in a file")},
+        {"-s LoadTable=saved.dmi", translatable("a saved table's machine")},
     };
     text += "\n" + message("Examples:") + "\n";
     for (const auto& [options, meaning] : kExamples) {

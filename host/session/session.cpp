@@ -74,7 +74,10 @@ public:
 void printInventory(const session::CommandLine& line, inventory::Output& output)
 {
     if (line.format == session::Format::Text) {
-        inventory::TextInventory text(output, line.all ? inventory::Detail::All : inventory::Detail::Usual);
+        inventory::Looks looks;
+        if (const auto terminal = line.output ? std::nullopt : platform::terminal())
+            looks = {terminal->columns, terminal->colours};
+        inventory::TextInventory text(output, line.all ? inventory::Detail::All : inventory::Detail::Usual, looks);
         discover(line.settings, text);
         text.end();
     } else {

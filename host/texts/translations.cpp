@@ -23,7 +23,8 @@ const Catalogue* catalogueOf(std::string_view language)
 std::string_view translation(std::string_view language, std::string_view key)
 {
     const auto* catalogue = catalogueOf(language);
-    return catalogue == nullptr ? std::string_view() : catalogue->find(key);
+    const auto text = catalogue == nullptr ? std::string_view() : catalogue->find(key);
+    return text.empty() && language != kEnglish ? translation(kEnglish, key) : text;
 }
 
 std::string_view translated(std::string_view language, std::string_view english)

@@ -9,8 +9,8 @@ namespace embedded_host::texts
 /// The language of the sources, which every other falls back to.
 inline constexpr std::string_view kEnglish = "en";
 
-/// The text of a key in a language ("en", "de", "zh_CN"); empty when the language has none. Keys are the texts that
-/// modules ask for ("LocalizedString.devname_BIOS", "NotInstalled"), the display labels of properties
+/// The text of a key in a language ("en", "de", "zh_CN"), else in English; empty when neither has one. Keys are the
+/// texts that modules ask for ("LocalizedString.devname_BIOS", "NotInstalled"), the display labels of properties
 /// ("LocalizedString.propname_t17_sz") and the English enumeration texts themselves.
 std::string_view translation(std::string_view language, std::string_view key);
 

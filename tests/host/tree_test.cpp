@@ -7,6 +7,7 @@ namespace
 {
 
 using embedded_host::DeviceRecord;
+using embedded_host::inventory::Links;
 using embedded_host::inventory::treeOf;
 
 embedded_host::Property parentProperty("smbios2_parent", orb5::PropertyCategory::Internal(),
@@ -38,7 +39,7 @@ std::vector<std::size_t> parents(const std::vector<Case>& cases)
         if (each.typeLevel)
             device.uids[2] = "SMBIOS:TYPE:0";
     }
-    const auto tree = treeOf(devices);
+    const auto tree = treeOf(std::vector<Links>(devices.begin(), devices.end()));
     std::vector<std::size_t> found;
     std::size_t shown = 1;
     for (std::size_t i = 1; i < tree.size(); ++i)

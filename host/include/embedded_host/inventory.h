@@ -22,6 +22,7 @@ struct Property : orb5::DeviceProperty
     {
     }
 
+    std::size_t index = 0; ///< among all declarations, in their order
     std::string name;
     orb5::PropertyCategory categories;
     orb5::DataType type;
