@@ -20,5 +20,8 @@ install_missing() {
 build_packages=(cmake g++ gettext libboost-dev libcli11-dev ninja-build rapidjson-dev)
 test_packages=(dmidecode libgtest-dev python3)
 
+# What the benchmarks need on top of building.
+bench_packages=(dmidecode libbenchmark-dev python3 time)
+
 # What the live tests need; without these they are skipped.
 live_packages=(cpio g++-mingw-w64-x86-64-posix qemu-system-x86 wine wine64)

@@ -69,6 +69,9 @@ public:
     /// A zero-filled formatted area of `length` bytes, the header's four among them. The reference holds as long as
     /// the table.
     StructureBuilder& add(unsigned char type, std::uint16_t handle, unsigned char length);
+    StructureBuilder& add(const StructureBuilder& structure) { return structures_.emplace_back(structure); }
+
+    const std::deque<StructureBuilder>& all() const { return structures_; }
 
     /// Adds the end-of-table structure (type 127); no layout adds one by itself.
     TableBuilder& end(std::uint16_t handle = 0xFEFF);
