@@ -18,7 +18,7 @@ install_missing() {
 
 # What building needs, and what testing needs on top of it.
 build_packages=(cmake g++ gettext libboost-dev libcli11-dev ninja-build rapidjson-dev)
-test_packages=(dmidecode libgtest-dev python3)
+test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)
 
 # What the benchmarks need on top of building.
 bench_packages=(dmidecode libbenchmark-dev python3 time)
