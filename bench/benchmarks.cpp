@@ -24,7 +24,7 @@ std::string tableFile(const benchmark::State& state)
 
 class NoDevices : public DeviceSink
 {
-    void take(DeviceRecord device) override { benchmark::DoNotOptimize(device); }
+    void take(DeviceRecord&& device) override { benchmark::DoNotOptimize(device); }
 };
 
 class NoOutput : public inventory::Output

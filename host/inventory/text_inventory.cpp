@@ -22,11 +22,13 @@ constexpr std::size_t kDeepestIndent = 16;
 /// Values are not wrapped to less, however narrow the terminal is.
 constexpr std::size_t kNarrowest = 20;
 
-/// A line of a block that is not laid out yet: a mark, the label filled up to the block's width, kCell, the value. No
-/// printable text has a tab.
+/// A line of a block that is not laid out yet: a mark, the name of a device or the label of a property, kCell, and what
+/// is said of it. No printable text has a tab.
 constexpr char kCell = '\t';
-constexpr char kKnown = ' ';
-constexpr char kMissing = '?';
+constexpr char kDevice = 'D';
+constexpr char kEmptySocket = 'E';
+constexpr char kKnown = 'K';
+constexpr char kMissing = 'M';
 
 /// The module's own word, the same in every language.
 constexpr std::string_view kUnknown = "UNKNOWN";
@@ -37,6 +39,26 @@ constexpr std::string_view kPlain = "\x1B[0m";
 constexpr std::string_view kBold = "\x1B[1m";
 constexpr std::string_view kFaint = "\x1B[2m";
 constexpr std::string_view kTelling = "\x1B[36m";
+
+struct Style
+{
+    std::string_view left;
+    std::string_view right;
+};
+
+Style styleOf(char mark)
+{
+    switch (mark) {
+    case kDevice:
+        return {kBold, kTelling};
+    case kEmptySocket:
+        return {kFaint, kFaint};
+    case kMissing:
+        return {kPlain, kFaint};
+    default:
+        return {kPlain, kPlain};
+    }
+}
 
 bool isShown(const Property& property, Detail detail)
 {
@@ -66,7 +88,7 @@ std::vector<std::string_view> wrapped(std::string_view text, std::size_t columns
             rest = behind;
         }
         const std::size_t end = blank != 0 ? blank : std::max<std::size_t>(text.size() - rest.size(), 1);
-        lines.push_back(text.substr(0, end));
+        lines.push_back(text.substr(0, blank != 0 ? end - 1 : end));
         text.remove_prefix(end);
     }
     lines.push_back(text);
@@ -102,7 +124,7 @@ bool TextInventory::appendShown(const orb5::OrbString& value)
 }
 
 /// "Memory Device  DIMM A1, 16 GB, DDR4": what is not known is left out, what is not there is said.
-void TextInventory::appendHeadline(Block& block, const DeviceRecord& device)
+void TextInventory::appendHeadline(const DeviceRecord& device)
 {
     telling_.clear();
     for (const auto& property : device.properties)
@@ -110,20 +132,23 @@ void TextInventory::appendHeadline(Block& block, const DeviceRecord& device)
             telling_.push_back(&property);
     std::ranges::sort(telling_, {}, [&](const auto* p) { return labels_[p->declaration->index].headline; });
 
+    const std::size_t mark = text_.size();
+    text_ += kDevice;
     services::appendPrintable(text_, device.name);
-    block.nameEnd = text_.size();
-    std::string_view gap = kGap;
+    text_ += kCell;
+    std::string_view comma;
     for (const auto* property : telling_) {
         const std::size_t before = text_.size();
         const auto value = property->value.toString();
-        const bool absent = value.lumString().bytes() == notInstalled_;
-        text_ += gap;
-        if (appendShown(value) && !absent) {
+        const bool empty = value.lumString().bytes() == notInstalled_;
+        text_ += comma;
+        if (appendShown(value) && !empty) {
             text_.resize(before);
             continue;
         }
-        block.absent = block.absent || absent;
-        gap = ", ";
+        comma = ", ";
+        if (empty)
+            text_[mark] = kEmptySocket;
     }
     text_ += '\n';
 }
@@ -161,14 +186,12 @@ void TextInventory::take(DeviceRecord&& device)
         if (const auto& label = labels_[property.declaration->index]; label.shown)
             labelColumns = std::max(labelColumns, label.columns);
 
-    Block block;
     text_.clear();
-    appendHeadline(block, device);
+    appendHeadline(device);
     for (const auto& property : device.properties)
         if (labels_[property.declaration->index].shown)
             appendRows(property, labelColumns);
-    block.text = text_;
-    blocks_.push_back(std::move(block));
+    blocks_.push_back(text_);
     links_.emplace_back(device);
 }
 
@@ -203,50 +226,42 @@ void TextInventory::end()
     }
 }
 
-std::string_view TextInventory::style(std::string_view sequence) const
+void TextInventory::writeBlock(std::string_view block, std::string_view branch, std::string_view beside)
 {
-    return looks_.colours ? sequence : std::string_view();
-}
-
-void TextInventory::writeBlock(const Block& block, std::string_view branch, std::string_view beside)
-{
-    std::string_view text = block.text;
-    const auto takeLine = [&] {
-        const auto line = text.substr(0, text.find('\n'));
-        text.remove_prefix(line.size() + 1);
-        return line;
-    };
-
-    const auto headline = takeLine();
     text_.clear();
-    text_.append(style(kFaint)).append(branch).append(style(kPlain));
-    text_.append(style(block.absent ? kFaint : kBold)).append(headline.substr(0, block.nameEnd));
-    text_.append(style(block.absent ? kFaint : kTelling)).append(headline.substr(block.nameEnd));
-    text_.append(style(kPlain)).append("\n");
-    while (!text.empty())
-        appendRow(takeLine(), beside);
+    for (std::string_view left = branch; !block.empty(); left = beside) {
+        const auto end = block.find('\n');
+        layOut(block.substr(0, end), left, beside);
+        block.remove_prefix(end + 1);
+    }
     output_.write(text_);
 }
 
-/// Lays out one line of a block, on more than one where it is too long for the place.
-void TextInventory::appendRow(std::string_view row, std::string_view beside)
+/// Lays out a line of a block, on more than one where it is too long for the place.
+void TextInventory::layOut(std::string_view line, std::string_view left, std::string_view beside)
 {
-    const auto cell = row.find(kCell);
-    const auto label = row.substr(1, cell - 1);
-    const auto value = row.substr(cell + 1);
-    const auto appendLine = [&](std::string_view left, std::string_view text) {
-        text_.append(style(kFaint)).append(beside).append(style(kPlain)).append(left).append(kGap);
-        text_.append(style(row.front() == kMissing ? kFaint : kPlain)).append(text);
-        text_.append(style(kPlain)).append("\n");
+    const auto style = looks_.colours ? styleOf(line.front()) : Style{};
+    const auto faint = looks_.colours ? kFaint : std::string_view();
+    const auto plain = looks_.colours ? kPlain : std::string_view();
+    const auto cell = line.find(kCell);
+    const auto label = line.substr(1, cell - 1);
+    const auto value = line.substr(cell + 1);
+    const auto append = [&](std::string_view tree, std::string_view name, std::string_view text) {
+        text_.append(faint).append(tree).append(plain).append(style.left).append(name).append(plain);
+        if (!value.empty())
+            text_.append(kGap).append(style.right).append(text).append(plain);
+        text_ += '\n';
     };
     if (looks_.columns == 0) {
-        appendLine(label, value);
+        append(left, label, value);
         return;
     }
-    const std::size_t used = services::columnsOf(beside) + services::columnsOf(label) + kGap.size();
+    const std::size_t labelColumns = services::columnsOf(label);
+    const std::size_t used = services::columnsOf(left) + labelColumns + kGap.size();
     const auto parts = wrapped(value, std::max(kNarrowest, looks_.columns - std::min(looks_.columns, used)));
-    for (const auto& part : parts)
-        appendLine(&part == &parts.front() ? label : std::string(services::columnsOf(label), ' '), part);
+    append(left, label, parts.front());
+    for (std::size_t i = 1; i < parts.size(); ++i)
+        append(beside, std::string(labelColumns, ' '), parts[i]);
 }
 
 void writeCatalogueAsText(Output& output)

@@ -40,21 +40,12 @@ private:
         std::size_t headline; ///< rank among kHeadlines
     };
 
-    /// A device as far as it can be laid out before its place is known.
-    struct Block
-    {
-        std::string text;        ///< the headline, then a line for each property or list element
-        std::size_t nameEnd = 0; ///< where the device's name ends in the headline
-        bool absent = false;     ///< an empty socket
-    };
-
     bool appendShown(const orb5::OrbString& value);
     void appendRows(const HeldProperty& property, std::size_t labelColumns);
-    void appendHeadline(Block& block, const DeviceRecord& device);
+    void appendHeadline(const DeviceRecord& device);
 
-    std::string_view style(std::string_view sequence) const;
-    void writeBlock(const Block& block, std::string_view branch, std::string_view beside);
-    void appendRow(std::string_view row, std::string_view beside);
+    void writeBlock(std::string_view block, std::string_view branch, std::string_view beside);
+    void layOut(std::string_view line, std::string_view left, std::string_view beside);
 
     Output& output_;
     Looks looks_;
@@ -62,7 +53,7 @@ private:
     std::string unknown_;      ///< an enumerated value that the firmware does not know, likewise
     std::vector<Label> labels_;
     std::vector<Links> links_;
-    std::vector<Block> blocks_;
+    std::vector<std::string> blocks_; ///< the devices, as far as they can be laid out before their place is known
     std::vector<const HeldProperty*> telling_; ///< of the device that is taken
     std::string text_;                         ///< of the block that is being made or written
 };

@@ -1,5 +1,7 @@
 // The standard's enumeration texts.
 #include "smbios2.h"
+#include "support/recorded_session.h"
+#include "texts/catalogue.h"
 #include "texts/enum_texts.h"
 
 #include <fstream>
@@ -88,6 +90,52 @@ TEST(Texts, AgreeWithTheStandardsTables)
     }
     EXPECT_EQ(lookUps.size(), 98u);
     EXPECT_EQ(texts, 1568u);
+}
+
+/// Every text that can be asked for, but for device names: those, like messages, are held against the template.
+std::set<std::string> askedFor()
+{
+    std::set<std::string> keys{"NotInstalled", "Reserved", "Out of range"};
+    for (const auto* property : embedded_host::declaredProperties())
+        keys.insert("LocalizedString.propname_" + property->name);
+    for (unsigned place = 0; place < 256u * 256u * 9u * 8u; ++place)
+        if (const auto* field =
+                embedded_host::texts::findField(place & 0xFF, place >> 8 & 0xFF, (place >> 16) / 8, (place >> 16) % 8))
+            for (const auto& text : field->texts)
+                keys.insert(text.text);
+    return keys;
+}
+
+TEST(Languages, LackNothing)
+{
+    const auto keys = askedFor();
+    EXPECT_GT(keys.size(), 1100u);
+    unsigned languages = 0;
+    for (const auto& catalogue : embedded_host::texts::catalogues()) {
+        if (catalogue.language() == "en")
+            continue; // enumeration texts are their own keys
+        ++languages;
+        for (const auto& key : keys)
+            EXPECT_NE(catalogue.find(key), "") << catalogue.language() << ": " << key;
+    }
+    EXPECT_EQ(languages, 2u);
+}
+
+TEST(Languages, WhatIsAlwaysEnglish)
+{
+    lum::LumLocale::setGlobalLanguage("de");
+    EXPECT_STREQ(lookUp(17, 0x12, 1), "Other");
+    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 1, 0, 0).bytes(), "Andere");
+    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 0x7F, 0, 0).bytes(), "Außerhalb des Bereichs");
+    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 0x1A, 0, 0).bytes(), "DDR4");
+    tests::TableBuilder table;
+    table.add(3, 0x0003, 0x09).put(tests::byte(0x05), 1);
+    const auto recorded = tests::discover(table);
+    EXPECT_EQ(recorded.value("SMBIOS:0x0003", "ChassisType"), "Other");
+    EXPECT_EQ(recorded.value("SMBIOS:0x0003", "t3_type_msk7_srt0"), "Andere");
+    EXPECT_EQ(recorded.device("SMBIOS:0x0003").name, "Gehäuse");
+    EXPECT_EQ(recorded.device("SMBIOS:0x0003").identifier, "Enclosure:0");
+    lum::LumLocale::setGlobalLanguage("en");
 }
 
 } // namespace

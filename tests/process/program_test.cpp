@@ -1,4 +1,5 @@
 // The program as users run it: options, outputs, exit code, and the documents it prints.
+#include "services/utf8.h"
 #include "support/recorded_session.h"
 
 #include <cstdlib>
@@ -138,9 +139,12 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
     const TemporaryFolder folder;
     const auto badSettings = folder.file("bad.ini", "[zorpsysinfosmbios2]\nverbose\n").string();
     const std::pair<std::string, const char*> cases[] = {
-        {"--nonsense", "--nonsense"},
+        {"--nonsense", "no option --nonsense ("},
+        {"--formt json", "no option --formt; did you mean --format?"},
         {"stray", "stray"},
         {"-f xml", "xml"},
+        {"-f jsn", "did you mean json?"},
+        {"-o", "--output needs a value"},
         {"--log-level 6", "6"},
         {"--log-level x", "x"},
         {"-s verbose", "\"verbose\""},
@@ -162,8 +166,19 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
 
 TEST(CommandLine, HelpAndVersion)
 {
-    for (const char* option : {"-h", "--help"})
-        EXPECT_NE(program(option).output.find("--catalogue"), std::string::npos);
+    for (const char* language : {"en", "de", "zh_CN"}) {
+        const auto help = program("--help -l " + std::string(language)).output;
+        EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << "one screen";
+        std::istringstream lines(help);
+        unsigned examples = 0;
+        for (std::string line; std::getline(lines, line);) {
+            EXPECT_LE(embedded_host::services::columnsOf(line), 80u) << line;
+            examples += line.starts_with("  zorpsysinfosmbios2 ") ? 1u : 0u;
+        }
+        EXPECT_EQ(examples, 3u);
+        EXPECT_NE(help.find("--catalogue"), std::string::npos);
+    }
+    EXPECT_EQ(program("-h").output, program("--help").output);
     for (const char* option : {"-V", "--version"})
         EXPECT_EQ(program(option).output, "zorpsysinfosmbios2 6.5 (build 000000001)\n");
 }
@@ -202,6 +217,50 @@ TEST(Language, AnUnknownOneIsEnglish)
     const auto run = program(sample("-f json -l xx_YY --log-level 2"));
     EXPECT_EQ(run.output, program(sample("-f json")).output);
     EXPECT_NE(run.log.find("[2] language: there are no texts in xx_YY; English is used"), std::string::npos);
+}
+
+TEST(Language, ChangesNamesAndTextsAlone)
+{
+    auto english = parsed(program(sample("-f json")).output);
+    auto german =
+        parsed(shell("XDG_CONFIG_HOME=/nonexistent LC_ALL=de_AT.UTF-8 " PROGRAM " " + sample("-f json")).output);
+    ASSERT_EQ(english["devices"].Size(), german["devices"].Size());
+    unsigned names = 0;
+    for (rapidjson::SizeType i = 0; i < english["devices"].Size(); ++i) {
+        const auto& one = english["devices"][i];
+        const auto& other = german["devices"][i];
+        EXPECT_EQ(one["uid"], other["uid"]);
+        names += one["name"] != other["name"] ? 1u : 0u;
+        ASSERT_EQ(one["properties"].MemberCount(), other["properties"].MemberCount());
+        for (auto a = one["properties"].MemberBegin(), b = other["properties"].MemberBegin();
+             a != one["properties"].MemberEnd(); ++a, ++b) {
+            EXPECT_EQ(a->name, b->name);
+            EXPECT_TRUE(a->value == b->value || a->value.IsString() || a->value.IsArray()) << a->name.GetString();
+        }
+    }
+    EXPECT_GT(names, 50u);
+    EXPECT_NE(shell("LANG=zh_CN.GB18030 LC_ALL= LC_MESSAGES= " PROGRAM " --nonsense").output.find("没有选项"),
+              std::string::npos);
+}
+
+TEST(Text, ColoursAndWidthAreATerminals)
+{
+    if (shell("command -v script").exitCode != 0)
+        GTEST_SKIP() << "script, which makes a terminal, is not installed";
+    const auto onTerminal = [](const std::string& environment, const std::string& arguments) {
+        return shell("script -qec 'stty cols 60; TERM=xterm LC_ALL=C " + environment + " " PROGRAM " " +
+                     sample(arguments) + " 2>/dev/null' /dev/null")
+            .output;
+    };
+    EXPECT_NE(onTerminal("", "").find("\x1B[1m"), std::string::npos);
+    for (const char* plain : {"NO_COLOR=1", "TERM=dumb"}) {
+        std::istringstream lines(onTerminal(plain, ""));
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_TRUE(line.find('\x1B') == std::string::npos && embedded_host::services::columnsOf(line) <= 61)
+                << line;
+    }
+    EXPECT_EQ(onTerminal("", "-o /dev/null"), "");
+    EXPECT_EQ(program(sample("")).output.find('\x1B'), std::string::npos);
 }
 
 TEST(Text, AHostileStringCannotDriveTheTerminal)
