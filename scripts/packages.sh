@@ -24,4 +24,5 @@ test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)
 bench_packages=(dmidecode libbenchmark-dev python3 time)
 
 # What the live tests need; without these they are skipped.
-live_packages=(cpio g++-mingw-w64-x86-64-posix qemu-system-x86 wine wine64)
+live_packages=(bash-completion bsdextrautils cpio fish g++-mingw-w64-x86-64-posix man-db mandoc qemu-system-x86 wine
+    wine64 zsh)

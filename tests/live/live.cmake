@@ -16,6 +16,15 @@ endfunction()
 
 add_live_test(writes ${CMAKE_CURRENT_LIST_DIR}/writes.sh ${release_program} ${sample})
 
+add_live_test(manual ${CMAKE_CURRENT_LIST_DIR}/manual.sh
+    ${PROJECT_SOURCE_DIR}/man/zorpsysinfosmbios2.8 $<TARGET_FILE:zorpsysinfosmbios2>
+    ${PROJECT_SOURCE_DIR}/modules/src/multi/sysinfo/zorpsysinfosmbios2)
+
+foreach(shell bash zsh fish)
+    add_live_test(completions-${shell} ${CMAKE_CURRENT_LIST_DIR}/completions.py ${shell}
+        $<TARGET_FILE:zorpsysinfosmbios2> ${PROJECT_SOURCE_DIR}/completions)
+endforeach()
+
 # Wine starts slowly and its cases share a prefix: one after the other.
 foreach(case tables live blocks paths dlls lines writes)
     add_live_test(wine-${case} ${CMAKE_CURRENT_LIST_DIR}/wine.sh ${case}
