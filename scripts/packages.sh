@@ -26,3 +26,6 @@ bench_packages=(dmidecode libbenchmark-dev python3 time)
 # What the live tests need; without these they are skipped.
 live_packages=(bash-completion bsdextrautils cpio fish g++-mingw-w64-x86-64-posix man-db mandoc qemu-system-x86 wine
     wine64 zsh)
+
+# What making the packages needs.
+packaging_packages=(dpkg-dev file g++-mingw-w64-x86-64-posix lintian)

@@ -1,0 +1,36 @@
+# What `cmake --install` puts where: folders by GNU's rules; on Windows one folder with the program on top.
+if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
+    # The program cannot run here, but on every system it prints the same catalogue.
+    set(ZORP_CATALOGUE "" CACHE FILEPATH "The property catalogue as JSON, made by a build for this machine")
+else()
+    set(ZORP_CATALOGUE ${CMAKE_BINARY_DIR}/share/catalogue.json)
+    add_custom_command(OUTPUT ${ZORP_CATALOGUE}
+        COMMAND zorpsysinfosmbios2 --catalogue -f json -o ${ZORP_CATALOGUE}
+        DEPENDS zorpsysinfosmbios2)
+    add_custom_target(catalogue ALL DEPENDS ${ZORP_CATALOGUE})
+endif()
+
+if(WIN32)
+    set(program_folder .)
+    set(documents_folder .)
+    set(data_folder .)
+    install(FILES packaging/copyright RENAME copyright.txt DESTINATION .)
+else()
+    include(GNUInstallDirs)
+    set(program_folder ${CMAKE_INSTALL_SBINDIR})
+    set(documents_folder ${CMAKE_INSTALL_DOCDIR})
+    set(data_folder ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
+
+    install(FILES packaging/copyright DESTINATION ${documents_folder})
+    install(FILES man/zorpsysinfosmbios2.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
+    install(FILES completions/zorpsysinfosmbios2.bash RENAME zorpsysinfosmbios2
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES completions/_zorpsysinfosmbios2 DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES completions/zorpsysinfosmbios2.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endif()
+
+install(TARGETS zorpsysinfosmbios2 DESTINATION ${program_folder})
+install(FILES README.md CHANGELOG.md DESTINATION ${documents_folder})
+install(FILES docs/inventory-format.md DESTINATION ${documents_folder}/docs OPTIONAL)
+install(FILES ${ZORP_CATALOGUE} docs/catalogue.schema.json docs/inventory.schema.json
+    DESTINATION ${data_folder} OPTIONAL)

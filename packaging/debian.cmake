@@ -1,0 +1,19 @@
+# Makes of what is installed a package as Debian's policy wants it; CPack runs this before it packs.
+set(share ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/share)
+set(documents ${share}/doc/${CPACK_PACKAGE_NAME})
+
+# Debian's zsh looks for packages' completions here.
+file(RENAME ${share}/zsh/site-functions ${share}/zsh/vendor-completions)
+
+file(MAKE_DIRECTORY ${share}/lintian/overrides)
+file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/lintian-overrides ${share}/lintian/overrides/${CPACK_PACKAGE_NAME})
+
+file(RENAME ${documents}/CHANGELOG.md ${documents}/changelog)
+file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/changelog ${documents}/changelog.Debian)
+execute_process(
+    COMMAND strip --remove-section=.comment --remove-section=.note
+            ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/sbin/${CPACK_PACKAGE_NAME}
+    COMMAND_ERROR_IS_FATAL ANY)
+execute_process(
+    COMMAND gzip -9n ${documents}/changelog ${documents}/changelog.Debian ${share}/man/man8/${CPACK_PACKAGE_NAME}.8
+    COMMAND_ERROR_IS_FATAL ANY)
