@@ -73,22 +73,24 @@ bool isShown(const Property& property, Detail detail)
 std::vector<std::string_view> wrapped(std::string_view text, std::size_t columns)
 {
     std::vector<std::string_view> lines;
-    while (services::columnsOf(text) > columns) {
-        std::string_view rest = text;
+    for (;;) {
+        std::string_view rest = text; // behind what fits
         std::size_t used = 0;
-        std::size_t blank = 0; // behind the last one that fits
-        for (;;) {
-            std::string_view behind = rest;
-            const auto character = services::takeCharacter(behind);
+        std::size_t behindBlank = 0;
+        while (!rest.empty()) {
+            std::string_view next = rest;
+            const auto character = services::takeCharacter(next);
             used += services::columnsOf(character.code);
             if (character.code == ' ' && used <= columns + 1)
-                blank = text.size() - behind.size();
+                behindBlank = text.size() - next.size();
             if (used > columns)
                 break;
-            rest = behind;
+            rest = next;
         }
-        const std::size_t end = blank != 0 ? blank : std::max<std::size_t>(text.size() - rest.size(), 1);
-        lines.push_back(text.substr(0, blank != 0 ? end - 1 : end));
+        if (rest.empty())
+            break;
+        const std::size_t end = behindBlank != 0 ? behindBlank : text.size() - rest.size();
+        lines.push_back(text.substr(0, behindBlank != 0 ? end - 1 : end));
         text.remove_prefix(end);
     }
     lines.push_back(text);

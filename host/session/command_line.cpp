@@ -86,11 +86,10 @@ std::string complaintAbout(const std::string& argument, const CLI::App& app)
 
 std::string checkFormat(const std::string& text)
 {
-    if (std::ranges::find(kFormats, text, [](const auto& format) { return format.first; }) != kFormats.end())
+    std::vector<std::string> known(kFormats.size());
+    std::ranges::transform(kFormats, known.begin(), [](const auto& format) { return std::string(format.first); });
+    if (std::ranges::find(known, text) != known.end())
         return {};
-    std::vector<std::string> known;
-    for (const auto& format : kFormats)
-        known.emplace_back(format.first);
     return message("\"%1\" is none of text, json and ndjson", text) + suggestion(text, known);
 }
 
@@ -148,7 +147,7 @@ std::string helpLine(const CLI::Option& option)
     const auto& shorts = option.get_snames();
     std::string line = shorts.empty() ? "      " : "  -" + shorts.front() + ", ";
     line += "--" + option.get_lnames().front();
-    if (const auto value = option.get_option_text(); !value.empty())
+    if (const auto& value = option.get_option_text(); !value.empty())
         line += " " + value;
     line.resize(std::max(line.size() + 1, kDescriptions), ' ');
     return line + message(option.get_description().c_str()) + "\n";
