@@ -3,7 +3,7 @@
 
 #include "construction.h"
 #include "discovery.h"
-#include "services/logging.h"
+#include "memory_file.h"
 
 #include <algorithm>
 #include <fstream>
@@ -27,24 +27,6 @@ public:
 
 private:
     std::vector<DeviceRecord>& devices_;
-};
-
-/// Takes the log lines as long as it lives.
-class LogRecorder
-{
-public:
-    explicit LogRecorder(std::vector<LogLine>& lines)
-        : before_(embedded_host::services::setLogSink([&lines](int priority, auto logger, auto text) {
-              lines.push_back({priority, std::string(logger), std::string(text)});
-          }))
-    {
-    }
-    ~LogRecorder() { embedded_host::services::setLogSink(before_); }
-    LogRecorder(const LogRecorder&) = delete;
-    LogRecorder& operator=(const LogRecorder&) = delete;
-
-private:
-    embedded_host::services::LogSink before_;
 };
 
 std::string textOf(const orb5::Value& value) { return value.toString().lumString().bytes(); }
@@ -157,15 +139,15 @@ Recorded discover(const Settings& settings)
     const LogRecorder logRecorder(recorded.log);
     RecordingSink sink(recorded.devices);
     // The settings file of whoever runs the tests shall not matter.
-    const TemporaryFolder folder;
-    embedded_host::discover({settings, folder.file("settings.ini", "")}, sink);
+    const MemoryFile none;
+    embedded_host::discover({settings, none.path()}, sink);
     return recorded;
 }
 
 Recorded discover(const Bytes& image, const Settings& settings)
 {
-    const TemporaryFolder folder;
-    Settings all{{"LoadTable", folder.file("table.dmi", image).string()}};
+    const MemoryFile table(image);
+    Settings all{{"LoadTable", table.path()}};
     all.insert(all.end(), settings.begin(), settings.end());
     return discover(all);
 }

@@ -3,6 +3,7 @@
 
 #include "embedded_host/firmware.h"
 #include "embedded_host/session.h"
+#include "log_recorder.h"
 #include "table_builder.h"
 
 #include <filesystem>
@@ -52,13 +53,6 @@ private:
 };
 
 Bytes readBytes(const std::filesystem::path& path);
-
-struct LogLine
-{
-    int priority;
-    std::string logger;
-    std::string text;
-};
 
 /// What one discovery brought.
 struct Recorded
