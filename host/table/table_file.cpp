@@ -43,6 +43,9 @@ std::string cutShort(const std::string& name, std::size_t held, std::uint64_t an
 
 RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
 {
+    // A table without any structure needs no place; saving one makes such a file.
+    if (entryPoint.tableLength == 0)
+        return joined(std::move(entryPoint), {});
     if (entryPoint.tableAddress >= file.size())
         throw TableError::malformed(
             message("%1: its entry point places the table at offset %2, but the file has only %3 bytes", name,

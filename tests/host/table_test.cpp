@@ -182,6 +182,7 @@ TEST(TableFiles, AFileIsReadAsFarAsItHoldsTheTable)
     EXPECT_STREQ(Smbios2_SysInfo::getString(structure(2, 1), 1), "T");
     ASSERT_TRUE(load(dump64With(0x0C, {0x30, 0, 0, 0}))) << "a shorter announced length cuts the table";
     EXPECT_EQ(count(2), 1u);
+    EXPECT_TRUE(load(TableBuilder().dump64(3, 1, 1))) << "none at all: saving an empty table makes such a file";
 }
 
 /// The faults that loading these bytes logs.
