@@ -199,7 +199,7 @@ public:
     LOGGER_PRIORITY resolvePriority() const;
 
     /// Writes the message as one line; false when it is not written, since its priority is below the threshold in
-    /// effect or there were too many.
+    /// effect, or it was before, or there were too many.
     bool log(LOGGER_PRIORITY priority, const LoggerStream& message);
 
     Logger(const Logger&) = delete;

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 
 namespace embedded_host::services
 {
@@ -23,9 +25,14 @@ LogSink& sink()
     return current;
 }
 
-constexpr int kWarning = 3;
-constexpr unsigned kMostWarnings = 50;
-unsigned warnings = 0;
+using Told = std::optional<std::set<std::string>>;
+
+/// What a ShortLog has let pass; none when there is no ShortLog.
+Told& told()
+{
+    static Told texts;
+    return texts;
+}
 
 void writeToStandardError(int priority, std::string_view logger, std::string_view message)
 {
@@ -35,32 +42,20 @@ void writeToStandardError(int priority, std::string_view logger, std::string_vie
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-void write(int priority, std::string_view logger, std::string_view text)
+/// The message, or what is told in its stead; nothing when that was told before.
+std::optional<std::string> shortened(int priority, const std::string& text)
 {
-    if (const auto& taken = sink())
-        taken(priority, logger, text);
-    else
-        writeToStandardError(priority, logger, text);
-}
-
-/// Writes the message; once there were too many warnings, says so instead, and then nothing. Returns whether it was
-/// written.
-bool writeWithinLimit(int priority, std::string_view logger, std::string_view text)
-{
-    if (priority < kWarning || ++warnings < kMostWarnings) {
-        write(priority, logger, text);
-        return true;
-    }
-    if (warnings == kMostWarnings)
-        write(kWarning, logger, message("there are more messages like those above; they are left out"));
-    return false;
+    constexpr int kWarning = 3;
+    if (!told() || priority < kWarning)
+        return text;
+    const bool isLast = told()->size() + 1 >= ShortLog::kMostWarnings;
+    const auto line = isLast ? message("there are more messages like those above; they are left out") : text;
+    return told()->insert(line).second ? std::optional(line) : std::nullopt;
 }
 
 } // namespace
 
 LogSink setLogSink(LogSink next) { return std::exchange(sink(), std::move(next)); }
-
-void countWarningsAnew() { warnings = 0; }
 
 void log(int priority, const char* name, const std::string& message)
 {
@@ -68,6 +63,10 @@ void log(int priority, const char* name, const std::string& message)
     lum::LogFactory::createLogger(name, logger);
     logger->log(priority, lum::LoggerStream() + lum::String(message));
 }
+
+ShortLog::ShortLog() { told().emplace(); }
+
+ShortLog::~ShortLog() { told().reset(); }
 
 } // namespace embedded_host::services
 
@@ -108,9 +107,13 @@ bool Logger::log(LOGGER_PRIORITY at, const LoggerStream& message)
     if (at < resolvePriority())
         return false;
     const int error = errno; // whoever logs an error may still tell its number
-    const bool written = writeWithinLimit(at, name_, message.text());
+    const auto text = shortened(at, message.text());
+    if (const auto& taken = sink(); taken && text)
+        taken(at, name_, *text);
+    else if (text)
+        writeToStandardError(at, name_, *text);
     errno = error;
-    return written;
+    return text.has_value();
 }
 
 LOGGER_PRIORITY LogFactory::getPriority() { return processPriority; }

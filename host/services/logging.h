@@ -14,11 +14,20 @@ using LogSink = std::function<void(int priority, std::string_view logger, std::s
 /// Sends log lines to this sink from now on; an empty sink means standard error again. Returns the sink before.
 LogSink setLogSink(LogSink sink);
 
-/// Starts to count warnings and errors, the messages from priority 3 up, anew. After 49 of them one more line says that
-/// the rest is left out, so that a table which is nothing but faults cannot flood the log.
-void countWarningsAnew();
-
 /// Logs a message of the host's own part `logger`.
 void log(int priority, const char* logger, const std::string& message);
+
+/// Keeps the log short as long as it lives, whatever a table holds: each warning or error (from priority 3 up) is logged
+/// once, and after 49 of them one more line says that the rest is left out.
+class ShortLog
+{
+public:
+    static constexpr std::size_t kMostWarnings = 50;
+
+    ShortLog();
+    ~ShortLog();
+    ShortLog(const ShortLog&) = delete;
+    ShortLog& operator=(const ShortLog&) = delete;
+};
 
 } // namespace embedded_host::services

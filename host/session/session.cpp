@@ -123,9 +123,9 @@ void discover(const SettingsSource& settings, DeviceSink& sink)
     } catch (const std::runtime_error& error) {
         fail(error.what());
     }
-    services::countWarningsAnew();
     table::beginDiscovery();
 
+    const services::ShortLog shortLog;
     CountingSink counting(sink);
     const Receiving receiving(counting);
     callback();

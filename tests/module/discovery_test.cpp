@@ -197,6 +197,20 @@ TEST(Logging, ADiscoveryIsTracedAtPriority1)
     EXPECT_EQ(log[3].text, "leave DiscoverSMBIOS") << "on every way out";
 }
 
+TEST(Logging, ATableFullOfFaultsDoesNotFloodTheLog)
+{
+    const auto logOf = [](std::uint16_t modules) {
+        TableBuilder table;
+        for (std::uint16_t i = 0; i < modules; ++i)
+            table.add(6, i / 2, 0x0C).put(byte(0x09), 0x28); // a size of 2^40 MB
+        return discover(table).messages("zorpsysinfosmbios2");
+    };
+    EXPECT_EQ(logOf(4).size(), 2u) << "the same text once";
+    const auto many = logOf(1000);
+    ASSERT_EQ(many.size(), 50u);
+    EXPECT_EQ(many.back(), "there are more messages like those above; they are left out");
+}
+
 TEST(Settings, UnknownOnesAreToldOnceDevicesCame)
 {
     const auto told = [](const tests::Recorded& recorded) { return recorded.messages("settings"); };
