@@ -166,7 +166,11 @@ int SysInfoModule::start()
         print(line, *output);
         output->finish();
     } catch (const std::system_error& error) {
-        fail(services::message("cannot write %1: %2", name, services::reason(error)));
+        const auto sentence = services::message("cannot write %1: %2", name, services::reason(error));
+        // What the caller prints of the exception is lost with the rest of a broken standard output.
+        if (!line.output)
+            services::log(5, "output", sentence);
+        fail(sentence);
     }
     return 0;
 }

@@ -68,4 +68,6 @@ grep -q '^OrbException: cannot write full/out.json: No space left on device' out
 
 mount -t tmpfs -o ro tmpfs sealed
 refused sealed/table.dmi "written, Read-only file system"
+"$program" -s LoadTable="$sample" -o sealed/out.txt >out 2>/dev/null
+grep -q '^OrbException: cannot write sealed/out.txt: Read-only file system' out || fail "-o on a sealed file system"
 echo "every dangerous target was refused"

@@ -13,6 +13,7 @@ namespace
 {
 
 using tests::byte;
+using tests::Bytes;
 using tests::TableBuilder;
 using tests::TemporaryFolder;
 
@@ -48,6 +49,16 @@ Outcome program(const std::string& arguments)
 }
 
 std::string sample(const std::string& arguments) { return "-s LoadTable=" + kSample + " " + arguments; }
+
+/// The sample's structures again and again: a table of 1 MB.
+Bytes largeTable()
+{
+    const auto once = tests::readBytes(kSample);
+    Bytes table;
+    while (table.size() < 1 << 20)
+        table.insert(table.end(), once.begin() + 0x20, once.end() - 6); // without the end marker
+    return table;
+}
 
 rapidjson::Document parsed(const std::string& text)
 {
@@ -210,6 +221,20 @@ TEST(Output, AFileAppearsWholeOrNotAtAll)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
     EXPECT_EQ(program(sample("-o /dev/null")).output, "");
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST(Output, ABrokenStandardOutputIsToldOnStandardError)
+{
+    const TemporaryFolder folder;
+    const auto arguments = "-f json -s LoadTable=" + folder.file("t", largeTable()).string();
+    const std::pair<const char*, const char*> cases[] = {
+        {" >/dev/full", "No space left on device"}, {" >&-", "Bad file descriptor"}, {" | true", "Broken pipe"}};
+    for (const auto& [redirection, reason] : cases) {
+        const auto run = program(arguments + redirection);
+        EXPECT_NE(run.log.find("[5] output: cannot write standard output: " + std::string(reason)), std::string::npos)
+            << run.log;
+        EXPECT_EQ(run.exitCode, 0);
+    }
 }
 
 TEST(Language, AnUnknownOneIsEnglish)
