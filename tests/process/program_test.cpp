@@ -1,5 +1,6 @@
 // The program as users run it: options, outputs, exit code, and the documents it prints.
 #include "services/utf8.h"
+#include "support/output_rules.h"
 #include "support/recorded_session.h"
 
 #include <cstdlib>
@@ -131,6 +132,59 @@ TEST(Json, LinesHoldTheDevicesOfTheDocument)
         EXPECT_EQ(parsed(line), document["devices"][count]);
     EXPECT_EQ(count, document["devices"].Size());
     EXPECT_GT(count, 60u);
+}
+
+TEST(Json, WhateverTheTableIsTheDocumentIsValid)
+{
+    const auto sampleBytes = tests::readBytes(kSample);
+    TableBuilder manyHandles;
+    manyHandles.add(5, 0x0001, 0x0F).put(byte(0x0E), 0xFF);
+    TableBuilder hostile;
+    hostile.add(11, 0x0001, 0x05).put(byte(0x04), 3).string("\x1B[2J").string("\xFF\xFE\xED\xA0\x80").string("\"\\");
+    TableBuilder longText;
+    longText.add(10, 0x0001, 0x06).text(0x05, std::string(1 << 20, 'x'));
+    TableBuilder shortLength;
+    shortLength.add(1, 0x0001, 0x1B).put(byte(0x01), 3);
+    const std::pair<const char*, Bytes> cases[] = {
+        {"empty", {}},
+        {"one byte", {0x00}},
+        {"zeros", Bytes(1 << 20)},
+        {"ones", Bytes(1 << 20, 0xFF)},
+        {"an entry point alone", Bytes(sampleBytes.begin(), sampleBytes.begin() + 0x18)},
+        {"cut in a structure", Bytes(sampleBytes.begin(), sampleBytes.begin() + 0x30)},
+        {"a length of less than a header", shortLength.dump32(2, 7)},
+        {"255 handles behind the end", manyHandles.windowsBlock(3, 2, 0)},
+        {"texts for terminals", hostile.structures()},
+        {"a text of 1 MB", longText.structures()},
+    };
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("loop", folder / "loop");
+    std::vector<std::pair<std::string, std::filesystem::path>> paths{
+        {"a folder", folder.path()}, {"a device", "/dev/zero"}, {"a circle of links", folder / "loop"}};
+    for (const auto& [name, content] : cases)
+        paths.emplace_back(name, folder.file(name, content));
+    for (const auto& [name, path] : paths) {
+        const auto run = program("-f json -s 'LoadTable=" + path.string() + "'");
+        EXPECT_EQ(run.exitCode, 0) << name;
+        EXPECT_EQ(tests::faultInJson(run.output), "") << name;
+        EXPECT_EQ(tests::faultInText(run.log), "") << name;
+    }
+}
+
+TEST(Memory, StaysWithinASmallMultipleOfTheTable)
+{
+    const TemporaryFolder folder;
+    const auto path = folder.file("t", largeTable()).string();
+    // Twice what it takes for this table of 1 MB.
+    const std::pair<const char*, unsigned> megabytes[] = {{"json", 20}, {"text", 88}};
+    for (const auto& [format, limit] : megabytes) {
+        const auto limited =
+            "ulimit -v " + std::to_string(limit * 1024) + "; XDG_CONFIG_HOME=/nonexistent " PROGRAM " ";
+        if (shell(limited + "--version").exitCode != 0)
+            GTEST_SKIP() << "sanitizers need more memory than that";
+        const auto run = shell(limited + "-f " + format + " -s LoadTable=" + path);
+        EXPECT_EQ(run.exitCode, 0) << format << run.log;
+    }
 }
 
 TEST(Catalogue, IsPrintedInDeclarationOrder)

@@ -1,0 +1,33 @@
+// What holds for everything that is printed or logged, whatever the input.
+#pragma once
+
+#include "inventory/output.h"
+#include "log_recorder.h"
+
+namespace tests
+{
+
+/// An output whose text stays in memory.
+class TextOutput : public embedded_host::inventory::Output
+{
+public:
+    /// All that was written; finishes the output.
+    const std::string& text();
+
+private:
+    void writeThrough(std::string_view text) override { text_ += text; }
+    void complete() override {}
+
+    std::string text_;
+};
+
+/// What is wrong with a text for people; empty when it is UTF-8 and no character but the newline drives a terminal.
+std::string faultInText(std::string_view text);
+
+/// What is wrong with a JSON document; empty when it parses and no terminal minds it either.
+std::string faultInJson(std::string_view document);
+
+/// What is wrong with what one table had logged; empty for a few lines, each of them once.
+std::string faultInLog(std::vector<LogLine> lines);
+
+} // namespace tests
