@@ -20,6 +20,9 @@ install_missing() {
 build_packages=(cmake g++ gettext libboost-dev libcli11-dev ninja-build rapidjson-dev)
 test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)
 
+# What the sanitizers and the fuzz targets need.
+sanitizer_packages=(clang libclang-rt-14-dev)
+
 # What the benchmarks need on top of building.
 bench_packages=(dmidecode libbenchmark-dev python3 time)
 

@@ -1,0 +1,68 @@
+// The command line, one argument a line, and the settings file, each tried with all of the input: mistakes are told,
+// and nothing else comes of them.
+#include "fuzzing.h"
+#include "lum.h"
+#include "orb5.h"
+#include "services/settings.h"
+#include "services/utf8.h"
+#include "support/memory_file.h"
+#include "support/output_rules.h"
+
+#include <sstream>
+#include <stdexcept>
+
+namespace
+{
+
+using namespace embedded_host;
+
+void tryCommandLine(const std::string& text)
+{
+    std::vector<std::string> arguments{"zorpsysinfosmbios2"};
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        arguments.push_back(line);
+    std::vector<const char*> pointers;
+    for (const auto& argument : arguments)
+        pointers.push_back(argument.c_str());
+    try {
+        orb5::SysInfoModule::setCmdLineArgs(static_cast<int>(pointers.size()), pointers.data());
+    } catch (const orb5::OrbException& mistake) {
+        fuzz::expect(mistake.toString().lumString().size() != 0, "an empty message");
+    }
+}
+
+void trySettingsFile(fuzz::Input content)
+{
+    static tests::MemoryFile file;
+    file.hold(content);
+    try {
+        services::readSettings({{}, file.path()});
+    } catch (const std::runtime_error& mistake) {
+        fuzz::expect(*mistake.what() != '\0', "an empty message");
+        return;
+    }
+    lum::String text;
+    bool flag = true;
+    if (lum::Resource::getSetting("zorpsysinfosmbios2", "verbose.value", text, lum::LumLocale::getGlobalLocale()))
+        lum::LumValue::getCorrectValue(text, lum::LUM_TYPE_BOOL, false).get(flag);
+    services::reportUnusedSettings();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+{
+    std::vector<tests::LogLine> log;
+    const tests::LogRecorder recorder(log);
+    const fuzz::Input input(data, size);
+    tryCommandLine(std::string(input.begin(), input.end()));
+    lum::LogFactory::setPriority(1);
+    trySettingsFile(input);
+    for (const auto& line : log) {
+        std::string shown;
+        services::appendPrintable(shown, line.text);
+        fuzz::expectNone(tests::faultInText(shown));
+    }
+    return 0;
+}

@@ -1,0 +1,77 @@
+// Table images and entry points: every layout is read safely, and a saved table loads as it was.
+#include "embedded_host/firmware.h"
+#include "fuzzing.h"
+#include "kernel_folder.h"
+#include "support/output_rules.h"
+#include "table/firmware.h"
+#include "table/table_error.h"
+
+#include <cstring>
+
+namespace
+{
+
+using namespace embedded_host::table;
+
+RawTable scanned(View memory)
+{
+    auto found = scanForEntryPoint(memory);
+    if (!found)
+        throw TableError::malformed("no entry point");
+    const View table = memory.subspan(std::min<std::size_t>(found->tableAddress, memory.size()));
+    return joined(std::move(*found), Bytes(table.begin(), table.end()));
+}
+
+RawTable read(unsigned source, View bytes, const Remarks& remarks)
+{
+    static tests::MemoryFile file;
+    static fuzz::KernelFolder folder;
+    auto& places = embedded_host::firmwarePlaces();
+    switch (source % 5) {
+    case 0:
+        file.hold(bytes);
+        return readTableFile(file.path(), remarks);
+    case 1:
+        return readTableFile(folder.holding(bytes), remarks);
+    case 2:
+        places.tables = folder.holding(bytes);
+        return findFirmwareTable()->read();
+    case 3:
+        return scanned(bytes);
+    default: // the EFI system table; the memory that it leads to has no table
+        file.hold(bytes);
+        places = {"/nonexistent", file.path(), "/dev/zero"};
+        return findFirmwareTable()->read();
+    }
+}
+
+/// The same structures, with all that decoders may read behind each of them.
+void expectSame(const Image& a, const Image& b)
+{
+    fuzz::expect(a.version().text() == b.version().text(), "another version");
+    fuzz::expect(a.structures() == b.structures(), "another number of structures");
+    for (unsigned type = 0; type < 256; ++type)
+        for (std::size_t i = 0; const auto* one = a.find(static_cast<unsigned char>(type), i); ++i) {
+            const auto* other = b.find(static_cast<unsigned char>(type), i);
+            fuzz::expect(other != nullptr && std::memcmp(one, other, Image::kZeroTail) == 0, "another structure");
+        }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+{
+    fuzz::Input input(data, size);
+    const unsigned source = fuzz::takeChoice(input);
+    std::vector<tests::LogLine> log;
+    const Remarks remarks = [&](const std::string& remark) { log.push_back({3, "Smbios2", remark}); };
+    std::optional<Image> image;
+    try {
+        image.emplace(read(source, input, remarks), remarks);
+    } catch (const TableError&) {
+        return 0;
+    }
+    fuzz::expectNone(tests::faultInLog(log));
+    expectSame(*image, Image(read(0, image->dump(), remarks), remarks));
+    return 0;
+}
