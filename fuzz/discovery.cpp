@@ -15,11 +15,11 @@ using namespace embedded_host;
 using inventory::JsonInventory;
 
 /// One discovery into an inventory; returns what that printed.
-template <class Inventory, class How>
-std::string printed(const SettingsSource& settings, How how)
+template <class Inventory, class... How>
+std::string printed(const SettingsSource& settings, How... how)
 {
     tests::TextOutput output;
-    Inventory inventory(output, how);
+    Inventory inventory(output, how...);
     discover(settings, inventory);
     inventory.end();
     return output.text();
@@ -46,6 +46,9 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const unsigned choice = fuzz::takeChoice(input);
     table.hold(input);
     const auto flag = [&](unsigned bit) { return std::string((choice >> bit & 1) == 0 ? "true" : "false"); };
+    const char* const languages[] = {"en", "de", "zh_CN", "none"};
+    lum::LumLocale::setGlobalLanguage(languages[choice >> 4 & 3]);
+    const inventory::Looks looks{choice >> 6 << 4, false};
     const SettingsSource settings{
         {{"LoadTable", table.path()}, {"verbose", flag(0)}, {"FilterTrivialStrings", flag(1)}}, noSettings.path()};
 
@@ -61,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     default:
         using inventory::Detail;
         fuzz::expectNone(tests::faultInText(
-            printed<inventory::TextInventory>(settings, (choice >> 2 & 1) == 0 ? Detail::All : Detail::Usual)));
+            printed<inventory::TextInventory>(settings, (choice >> 2 & 1) == 0 ? Detail::All : Detail::Usual, looks)));
     }
     fuzz::expectNone(tests::faultInLog(log));
     return 0;

@@ -26,7 +26,7 @@ std::string printed(const std::vector<DeviceRecord>& devices, How how)
     tests::TextOutput output;
     Inventory inventory(output, how);
     for (const auto& device : devices)
-        inventory.take(device);
+        inventory.take(embedded_host::DeviceRecord(device));
     inventory.end();
     return output.text();
 }

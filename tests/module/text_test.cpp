@@ -3,6 +3,7 @@
 #include "services/utf8.h"
 #include "support/expected_file.h"
 #include "support/machine_text.h"
+#include "support/output_rules.h"
 #include "support/recorded_session.h"
 
 #include <gtest/gtest.h>
@@ -19,27 +20,16 @@ using tests::word;
 
 const std::filesystem::path kMachines = TESTS_FOLDER "/machines";
 
-class Collected : public embedded_host::inventory::Output
-{
-public:
-    std::string text;
-
-private:
-    void writeThrough(std::string_view piece) override { text += piece; }
-    void complete() override {}
-};
-
 std::string textOf(const tests::Bytes& image, Looks looks = {}, const std::string& language = "en")
 {
     lum::LumLocale::setGlobalLanguage(language);
-    Collected output;
+    tests::TextOutput output;
     embedded_host::inventory::TextInventory text(output, Detail::Usual, looks);
     for (auto& device : tests::discover(image).devices)
         text.take(std::move(device));
     text.end();
-    output.finish();
     lum::LumLocale::setGlobalLanguage("en");
-    return output.text;
+    return output.text();
 }
 
 TEST(Text, TheSampleInEveryLanguage)
