@@ -48,6 +48,17 @@ tables() {
     echo "$count tables give the same on both"
 }
 
+languages() {
+    local language
+    for language in de zh_CN; do
+        "$linux" -l $language -s LoadTable="$sample" >linux.out 2>linux.log
+        on_windows -l $language -s LoadTable="$sample" >windows.out 2>windows.log
+        same linux.out windows.out "$language"
+        on_windows -l $language --help | cmp - <("$linux" -l $language --help) || fail "help in $language"
+    done
+    "$linux" -s LoadTable="$sample" 2>/dev/null | cmp -s - windows.out && fail "it speaks English" || true
+}
+
 live() {
     on_windows -f json -s SaveTable=saved.dmi >windows.out
     grep -q '"uid":"SMBIOS:0x' windows.out || fail "the live table has no structure"
@@ -120,6 +131,6 @@ writes() {
 }
 
 case $case_name in
-tables | live | blocks | paths | dlls | lines | writes) "$case_name" ;;
+tables | languages | live | blocks | paths | dlls | lines | writes) "$case_name" ;;
 *) fail "no case $case_name" ;;
 esac
