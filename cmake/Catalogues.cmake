@@ -1,6 +1,6 @@
 # embed_catalogues(SOURCE LANGUAGE...): compiles po/LANGUAGE.po of each language and writes one C++ source that holds
 # them all.
-find_program(MSGFMT msgfmt REQUIRED)
+find_package(Gettext REQUIRED)
 
 function(embed_catalogues source)
     set(compiled "")
@@ -8,7 +8,7 @@ function(embed_catalogues source)
         set(po ${PROJECT_SOURCE_DIR}/po/${language}.po)
         set(mo ${CMAKE_CURRENT_BINARY_DIR}/${language}.mo)
         add_custom_command(OUTPUT ${mo}
-            COMMAND ${MSGFMT} --no-hash --endianness=little --output-file=${mo} ${po}
+            COMMAND ${GETTEXT_MSGFMT_EXECUTABLE} --no-hash --endianness=little --output-file=${mo} ${po}
             DEPENDS ${po})
         list(APPEND compiled ${mo})
     endforeach()
