@@ -22,8 +22,8 @@ constexpr std::size_t kDeepestIndent = 16;
 /// Values are not wrapped to less, however narrow the terminal is.
 constexpr std::size_t kNarrowest = 20;
 
-/// A line of a block that is not laid out yet: a mark, the name of a device or the label of a property, kCell, and what
-/// is said of it. No printable text has a tab.
+/// A line of a block that is not laid out yet: a mark, the name of a device or the label of a property (none for
+/// further elements of a list), kCell, and what is said of it. No printable text has a tab.
 constexpr char kCell = '\t';
 constexpr char kDevice = 'D';
 constexpr char kEmptySocket = 'E';
@@ -162,8 +162,8 @@ void TextInventory::appendRows(const HeldProperty& property, std::size_t labelCo
     const auto appendLine = [&](bool first, const orb5::OrbString& text) {
         const std::size_t mark = text_.size();
         text_ += kKnown;
-        text_ += first ? std::string_view(label.text) : std::string_view();
-        text_.append(labelColumns - (first ? label.columns : 0), ' ');
+        if (first)
+            text_.append(label.text).append(labelColumns - label.columns, ' ');
         text_ += kCell;
         if (appendShown(text))
             text_[mark] = kMissing;
@@ -194,14 +194,14 @@ void TextInventory::take(DeviceRecord&& device)
         if (labels_[property.declaration->index].shown)
             appendRows(property, labelColumns);
     blocks_.push_back(text_);
-    links_.emplace_back(device);
+    tree_.add(device);
 }
 
 void TextInventory::end()
 {
     if (blocks_.empty())
         return;
-    const auto tree = treeOf(links_);
+    const auto tree = tree_.tree();
     std::array<std::string, kDeepestIndent + 1> beside; // the lines of the tree left of what hangs under each level
 
     struct Place
@@ -231,23 +231,27 @@ void TextInventory::end()
 void TextInventory::writeBlock(std::string_view block, std::string_view branch, std::string_view beside)
 {
     text_.clear();
+    std::string blank; // where the label of a list's further elements would be
     for (std::string_view left = branch; !block.empty(); left = beside) {
         const auto end = block.find('\n');
-        layOut(block.substr(0, end), left, beside);
+        const auto line = block.substr(0, end);
+        const auto label = line.substr(1, line.find(kCell) - 1);
         block.remove_prefix(end + 1);
+        if (!label.empty() && !block.empty() && block[1] == kCell)
+            blank.assign(services::columnsOf(label), ' ');
+        layOut(line, label.empty() ? blank : label, left, beside);
     }
     output_.write(text_);
 }
 
 /// Lays out a line of a block, on more than one where it is too long for the place.
-void TextInventory::layOut(std::string_view line, std::string_view left, std::string_view beside)
+void TextInventory::layOut(std::string_view line, std::string_view label, std::string_view left,
+                           std::string_view beside)
 {
     const auto style = looks_.colours ? styleOf(line.front()) : Style{};
     const auto faint = looks_.colours ? kFaint : std::string_view();
     const auto plain = looks_.colours ? kPlain : std::string_view();
-    const auto cell = line.find(kCell);
-    const auto label = line.substr(1, cell - 1);
-    const auto value = line.substr(cell + 1);
+    const auto value = line.substr(line.find(kCell) + 1);
     const auto append = [&](std::string_view tree, std::string_view name, std::string_view text) {
         text_.append(faint).append(tree).append(plain).append(style.left).append(name).append(plain);
         if (!value.empty())

@@ -45,14 +45,14 @@ private:
     void appendHeadline(const DeviceRecord& device);
 
     void writeBlock(std::string_view block, std::string_view branch, std::string_view beside);
-    void layOut(std::string_view line, std::string_view left, std::string_view beside);
+    void layOut(std::string_view line, std::string_view label, std::string_view left, std::string_view beside);
 
     Output& output_;
     Looks looks_;
     std::string notInstalled_; ///< the size of an empty memory socket, in the user's language
     std::string unknown_;      ///< an enumerated value that the firmware does not know, likewise
     std::vector<Label> labels_;
-    std::vector<Links> links_;
+    TreeBuilder tree_;
     std::vector<std::string> blocks_; ///< the devices, as far as they can be laid out before their place is known
     std::vector<const HeldProperty*> telling_; ///< of the device that is taken
     std::string text_;                         ///< of the block that is being made or written

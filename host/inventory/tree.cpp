@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_map>
 
 namespace embedded_host::inventory
 {
@@ -22,32 +21,6 @@ std::string_view nameOf(const DeviceRecord& device)
         return {};
     text.remove_prefix(kPrefix.size());
     return text.substr(0, text.find(':'));
-}
-
-/// The first published device that names each as its child, and the first that bears each name.
-struct Directory
-{
-    std::unordered_map<std::string_view, std::size_t> namedBy;
-    std::unordered_map<std::string_view, std::size_t> bornBy;
-
-    explicit Directory(std::span<const Links> devices)
-    {
-        for (std::size_t i = 0; i < devices.size(); ++i) {
-            bornBy.emplace(devices[i].name, i);
-            for (const auto& child : devices[i].children)
-                if (child != devices[i].name)
-                    namedBy.emplace(child, i);
-        }
-    }
-};
-
-std::size_t parentOf(const Links& device, std::size_t self, const Directory& directory)
-{
-    if (!device.ownParentOnly)
-        if (const auto named = directory.namedBy.find(device.name); named != directory.namedBy.end())
-            return named->second;
-    const auto born = directory.bornBy.find(device.parent);
-    return born != directory.bornBy.end() && born->second != self ? born->second : kRoot;
 }
 
 /// Hangs one device of every circle under the root.
@@ -71,26 +44,39 @@ void openCircles(std::vector<TreeNode>& tree)
 
 } // namespace
 
-Links::Links(const DeviceRecord& device) : name(nameOf(device)), ownParentOnly(!device.uids.empty())
+void TreeBuilder::add(const DeviceRecord& device)
 {
+    const std::size_t index = devices_.size();
+    Links links{std::string(nameOf(device)), {}, !device.uids.empty()};
+    if (const auto* parent = device.find("smbios2_parent"); parent != nullptr)
+        links.parent = parent->toString().lumString().bytes();
     for (const auto& child : device.childBusIds)
-        if (child.id)
-            children.push_back(*child.id);
-    if (const auto* link = device.find("smbios2_parent"); link != nullptr)
-        parent = link->toString().lumString().bytes();
+        if (child.id && *child.id != links.name)
+            namedBy_.emplace(*child.id, index);
+    bornBy_.emplace(links.name, index);
+    devices_.push_back(std::move(links));
 }
 
-std::vector<TreeNode> treeOf(std::span<const Links> devices)
+std::size_t TreeBuilder::parentOf(std::size_t device) const
 {
-    std::vector<TreeNode> tree(devices.size());
-    if (devices.empty())
+    const auto& links = devices_[device];
+    if (!links.ownParentOnly)
+        if (const auto named = namedBy_.find(links.name); named != namedBy_.end())
+            return named->second;
+    const auto born = bornBy_.find(links.parent);
+    return born != bornBy_.end() && born->second != device ? born->second : kRoot;
+}
+
+std::vector<TreeNode> TreeBuilder::tree() const
+{
+    std::vector<TreeNode> tree(devices_.size());
+    if (tree.empty())
         return tree;
-    const Directory directory(devices);
-    for (std::size_t i = 1; i < devices.size(); ++i)
-        tree[i].parent = parentOf(devices[i], i, directory);
+    for (std::size_t i = 1; i < tree.size(); ++i)
+        tree[i].parent = parentOf(i);
     tree[kRoot].parent = kRoot;
     openCircles(tree);
-    for (std::size_t i = 1; i < devices.size(); ++i)
+    for (std::size_t i = 1; i < tree.size(); ++i)
         tree[tree[i].parent].children.push_back(i);
     return tree;
 }

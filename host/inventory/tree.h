@@ -4,21 +4,11 @@
 #include "embedded_host/inventory.h"
 
 #include <cstddef>
-#include <span>
+#include <string>
+#include <unordered_map>
 
 namespace embedded_host::inventory
 {
-
-/// What a device says of its place.
-struct Links
-{
-    explicit Links(const DeviceRecord& device);
-
-    std::string name;                  ///< by which others link to it; empty when nobody can
-    std::string parent;                ///< the name of its parent; empty for none
-    std::vector<std::string> children; ///< the names of its children
-    bool ownParentOnly;                ///< it has a type-level identifier
-};
 
 /// A device's place in the tree, devices being told by their index.
 struct TreeNode
@@ -31,6 +21,27 @@ struct TreeNode
 /// it as a child, else under its parent property, else under the root. A device with a type-level identifier moves only
 /// by its own parent property: real firmware leaves handle 0, mostly the BIOS, in links that it never filled in. A
 /// handle that names nobody counts as no link, and a circle is opened at its first published device.
-std::vector<TreeNode> treeOf(std::span<const Links> devices);
+class TreeBuilder
+{
+public:
+    /// Adds the device published next. Nothing of its child list is kept but who named a child first: hostile lists may
+    /// be many times longer than the table that they come from.
+    void add(const DeviceRecord& device);
+
+    std::vector<TreeNode> tree() const;
+
+private:
+    struct Links
+    {
+        std::string name;   ///< by which others link to the device; empty when nobody can
+        std::string parent; ///< the name of its parent; empty for none
+        bool ownParentOnly; ///< it has a type-level identifier
+    };
+    std::size_t parentOf(std::size_t device) const;
+
+    std::vector<Links> devices_;
+    std::unordered_map<std::string, std::size_t> namedBy_; ///< the first device that names each as its child
+    std::unordered_map<std::string, std::size_t> bornBy_;  ///< the first that bears each name
+};
 
 } // namespace embedded_host::inventory

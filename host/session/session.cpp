@@ -13,6 +13,7 @@
 #include "texts/translations.h"
 
 #include <algorithm>
+#include <new>
 
 namespace embedded_host
 {
@@ -171,6 +172,8 @@ int SysInfoModule::start()
         if (!line.output)
             services::log(5, "output", sentence);
         fail(sentence);
+    } catch (const std::bad_alloc&) {
+        fail(services::message("there is not enough memory for this inventory"));
     }
     return 0;
 }

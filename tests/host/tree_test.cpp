@@ -7,8 +7,6 @@ namespace
 {
 
 using embedded_host::DeviceRecord;
-using embedded_host::inventory::Links;
-using embedded_host::inventory::treeOf;
 
 embedded_host::Property parentProperty("smbios2_parent", orb5::PropertyCategory::Internal(),
                                        orb5::DataType::DISCRETEMEASUREMENT(), orb5::DeviceCapability::SMBIOS_Struct());
@@ -39,7 +37,10 @@ std::vector<std::size_t> parents(const std::vector<Case>& cases)
         if (each.typeLevel)
             device.uids[2] = "SMBIOS:TYPE:0";
     }
-    const auto tree = treeOf(std::vector<Links>(devices.begin(), devices.end()));
+    embedded_host::inventory::TreeBuilder builder;
+    for (const auto& device : devices)
+        builder.add(device);
+    const auto tree = builder.tree();
     std::vector<std::size_t> found;
     std::size_t shown = 1;
     for (std::size_t i = 1; i < tree.size(); ++i)
