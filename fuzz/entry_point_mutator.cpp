@@ -1,24 +1,7 @@
 // Checksums would turn away nearly all inputs whose entry point the fuzzer changed: most are made right again.
-#include <cstdint>
-#include <numeric>
-#include <span>
-#include <string_view>
+#include "support/table_builder.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
-
-namespace
-{
-
-/// Sets the checksum byte so that `length` bytes from `start` on add up to 0, as far as they are there.
-void mend(std::span<std::uint8_t> bytes, std::size_t start, std::size_t length, std::size_t checksum)
-{
-    if (bytes.size() < start + length || length <= checksum - start)
-        return;
-    const auto summed = bytes.subspan(start, length);
-    bytes[checksum] = static_cast<std::uint8_t>(bytes[checksum] - std::accumulate(summed.begin(), summed.end(), 0u));
-}
-
-} // namespace
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize, unsigned seed)
 {
@@ -28,12 +11,12 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     const auto bytes = std::span(data, size).subspan(1); // behind the byte that chooses
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     if (text.starts_with("_SM3_")) {
-        mend(bytes, 0, bytes[0x06], 0x05);
+        tests::mend(bytes, 0, bytes[0x06], 0x05);
     } else if (text.starts_with("_SM_")) {
-        mend(bytes, 0x10, 0x0F, 0x15);
-        mend(bytes, 0, bytes[0x05], 0x04);
+        tests::mend(bytes, 0x10, 0x0F, 0x15);
+        tests::mend(bytes, 0, bytes[0x05], 0x04);
     } else if (text.starts_with("_DMI_")) {
-        mend(bytes, 0, 0x0F, 0x05);
+        tests::mend(bytes, 0, 0x0F, 0x05);
     }
     return size;
 }

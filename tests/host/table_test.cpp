@@ -55,27 +55,24 @@ const libsmbios2::type_hdr* structure(unsigned char type, unsigned index)
     return static_cast<const libsmbios2::type_hdr*>(start);
 }
 
-/// Adds up to a right checksum again after bytes were changed.
-Bytes resummed(Bytes dump, std::size_t start, std::size_t length, std::size_t checksum)
+/// A dump with other bytes in its entry point, whose checksums are right again.
+Bytes with(Bytes dump, std::size_t offset, const Bytes& bytes)
 {
-    dump[checksum] = 0;
-    const auto from = dump.begin() + static_cast<std::ptrdiff_t>(start);
-    dump[checksum] = static_cast<unsigned char>(-std::accumulate(from, from + static_cast<std::ptrdiff_t>(length), 0));
+    std::copy(bytes.begin(), bytes.end(), dump.begin() + static_cast<std::ptrdiff_t>(offset));
+    if (dump[3] == '3') {
+        tests::mend(dump, 0, 0x18, 0x05);
+    } else {
+        tests::mend(dump, 0x10, 0x0F, 0x15);
+        tests::mend(dump, 0, 0x1F, 0x04);
+    }
     return dump;
 }
 
-Bytes dump64With(std::size_t offset, std::initializer_list<unsigned char> bytes)
+/// Another version of these bytes, with which no checksum is right any more.
+Bytes spoilt(Bytes bytes, std::size_t offset)
 {
-    auto dump = smallTable().dump64(3, 1, 1);
-    std::copy(bytes.begin(), bytes.end(), dump.begin() + static_cast<std::ptrdiff_t>(offset));
-    return resummed(dump, 0, 0x18, 0x05);
-}
-
-Bytes dump32With(std::size_t offset, std::initializer_list<unsigned char> bytes)
-{
-    auto dump = smallTable().dump32(2, 7);
-    std::copy(bytes.begin(), bytes.end(), dump.begin() + static_cast<std::ptrdiff_t>(offset));
-    return resummed(resummed(dump, 0x10, 0x0F, 0x15), 0, 0x1F, 0x04);
+    bytes[offset] ^= 1;
+    return bytes;
 }
 
 TEST(TableFiles, EveryLayoutIsToldByItsContent)
@@ -83,7 +80,9 @@ TEST(TableFiles, EveryLayoutIsToldByItsContent)
     const auto table = smallTable();
     auto shifted = table.dump64(3, 1, 1); // the table may lie anywhere behind the entry point
     shifted.insert(shifted.begin() + 0x20, 0x30, 0xEE);
-    shifted[0x10] = 0x50;
+    auto slip = table.dump32(2, 1);
+    slip[0x05] = 0x1E; // version 2.1 of the standard gave this length
+    tests::mend(slip, 0, 0x1E, 0x04);
     const struct
     {
         const char* layout;
@@ -92,9 +91,10 @@ TEST(TableFiles, EveryLayoutIsToldByItsContent)
         unsigned number;
     } cases[] = {
         {"64-bit", table.dump64(3, 1, 1), "3.1.1", 0x03010100},
-        {"64-bit, table farther on", resummed(shifted, 0, 0x18, 0x05), "3.1.1", 0x03010100},
+        {"64-bit, table farther on", with(shifted, 0x10, {0x50}), "3.1.1", 0x03010100},
         {"64-bit entry point of an older version", table.dump64(2, 8, 0), "2.8.0", 0x02080000},
         {"32-bit", table.dump32(2, 7), "2.7", 0x02070000},
+        {"32-bit, one byte short", slip, "2.1", 0x02010000},
         {"legacy", table.dumpLegacy(2, 1), "2.1", 0x02010000},
         {"raw", table.structures(), "3.0 (assumed)", 0x03000000},
         {"Windows block", table.windowsBlock(3, 2, 1), "3.2.1", 0x03020100},
@@ -110,8 +110,6 @@ TEST(TableFiles, EveryLayoutIsToldByItsContent)
         EXPECT_EQ(Smbios2::instance().getVersion(), each.number);
         EXPECT_EQ(count(2), 2u);
         EXPECT_STREQ(Smbios2_SysInfo::getString(structure(2, 1), 1), "Two");
-        EXPECT_EQ(Smbios2::instance().isPresent(), 1);
-        EXPECT_EQ(Smbios2::instance().populateTable(false), libsmbios2::POPULATE_TABLE_IN_MEMORY);
     }
 }
 
@@ -134,11 +132,10 @@ TEST(TableFiles, AFolderOrARawTableTakesTheEntryPointBesideIt)
 
 TEST(TableFiles, WhatIsNoTableIsRefused)
 {
-    auto badSum = smallTable().dump64(3, 1, 1);
-    badSum[0x07] ^= 1;
-    auto badIntermediate = smallTable().dump32(2, 7);
-    badIntermediate[0x16] ^= 1;
-    badIntermediate = resummed(badIntermediate, 0, 0x1F, 0x04);
+    const auto wide = smallTable().dump64(3, 1, 1);
+    const auto narrow = smallTable().dump32(2, 7);
+    auto badIntermediate = spoilt(narrow, 0x16);
+    tests::mend(badIntermediate, 0, 0x1F, 0x04);
     const std::string text(600, 'x');
     const std::string program = "\x7F"
                                 "ELF\x02\x01" +
@@ -148,12 +145,12 @@ TEST(TableFiles, WhatIsNoTableIsRefused)
         {"text", Bytes(text.begin(), text.end())},
         {"program", Bytes(program.begin(), program.end())},
         {"zeros", Bytes(4096)},
-        {"checksum", badSum},
+        {"checksum", spoilt(wide, 0x07)},
         {"intermediate checksum", badIntermediate},
-        {"length byte of 64-bit", dump64With(0x06, {0x10})},
-        {"length byte of 32-bit", dump32With(0x05, {0x20})},
-        {"address beyond the file", dump64With(0x10, {0, 0, 1})},
-        {"huge address", dump64With(0x10, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF})},
+        {"length byte of 64-bit", with(wide, 0x06, {0x10})},
+        {"length byte of 32-bit", with(narrow, 0x05, {0x20})},
+        {"address beyond the file", with(wide, 0x10, {0, 0, 1})},
+        {"huge address", with(wide, 0x10, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF})},
         {"entry point cut short", Bytes{'_', 'S', 'M', '3', '_', 0, 0x18}},
         {"32-bit entry point cut short", Bytes{'_', 'S', 'M', '_', 0, 0x1F}},
     };
@@ -165,14 +162,6 @@ TEST(TableFiles, WhatIsNoTableIsRefused)
     EXPECT_FALSE(Smbios2::instance().loadTableFromFile("/nonexistent/x", false));
 }
 
-TEST(TableFiles, TheLengthByteOfVersion21IsRight)
-{
-    auto dump = smallTable().dump32(2, 1);
-    dump[0x05] = 0x1E;
-    ASSERT_TRUE(load(resummed(dump, 0, 0x1E, 0x04)));
-    EXPECT_EQ(count(2), 2u);
-}
-
 TEST(TableFiles, AFileIsReadAsFarAsItHoldsTheTable)
 {
     auto dump = smallTable().dump32(2, 7);
@@ -180,7 +169,8 @@ TEST(TableFiles, AFileIsReadAsFarAsItHoldsTheTable)
     ASSERT_TRUE(load(dump));
     EXPECT_EQ(count(2), 2u);
     EXPECT_STREQ(Smbios2_SysInfo::getString(structure(2, 1), 1), "T");
-    ASSERT_TRUE(load(dump64With(0x0C, {0x30, 0, 0, 0}))) << "a shorter announced length cuts the table";
+    ASSERT_TRUE(load(with(smallTable().dump64(3, 1, 1), 0x0C, {0x30, 0, 0, 0})))
+        << "a shorter announced length cuts the table";
     EXPECT_EQ(count(2), 1u);
     EXPECT_TRUE(load(TableBuilder().dump64(3, 1, 1))) << "none at all: saving an empty table makes such a file";
 }
@@ -202,11 +192,7 @@ TEST(Walk, EndsWhereTheEntryPointSays)
     ASSERT_TRUE(load(table.dump32(2, 7)));
     EXPECT_EQ(count(2), 2u) << "a 32-bit table at its structure count";
 
-    auto dump = table.dump32(2, 7);
-    const auto counted = [&](unsigned char structures) {
-        dump[0x1C] = structures;
-        return resummed(resummed(dump, 0x10, 0x0F, 0x15), 0, 0x1F, 0x04);
-    };
+    const auto counted = [&](unsigned char structures) { return with(table.dump32(2, 7), 0x1C, {structures}); };
     ASSERT_TRUE(load(counted(1)));
     EXPECT_EQ(count(127), 0u);
     ASSERT_TRUE(load(counted(0)));
@@ -258,47 +244,21 @@ TEST(Walk, StringSets)
     EXPECT_EQ(texts("\0A\0\0"sv), "") << "an empty text ends the numbering";
 }
 
-TEST(Walk, BytesBehindTheTableAreZeroAndOurs)
-{
-    TableBuilder table;
-    table.add(0, 0x0000, 0x18);
-    table.add(2, 0x0001, 0x04);
-    auto raw = table.structures();
-    raw.resize(raw.size() - 2); // the table ends with the board's header
-    ASSERT_TRUE(load(raw));
-    const auto* board = static_cast<const unsigned char*>(static_cast<const void*>(structure(2, 0)));
-    EXPECT_EQ(std::accumulate(board + 4, board + 4 + 1024, 0), 0);
-}
-
-TEST(LiveTable, IsReadFromTheKernelsFolder)
-{
-    const Firmware firmware;
-    firmware.offer(smallTable().dump32(2, 7), 0x1F);
-    const auto recorded = tests::discover(tests::Settings{});
-    EXPECT_EQ(recorded.value("SMBIOS", "smbios2_version"), "2.7");
-    EXPECT_EQ(recorded.value("SMBIOS:0x0002", "t2_manufacturer"), "Two");
-    EXPECT_EQ(Smbios2::instance().populateTable(false), libsmbios2::POPULATE_TABLE_IN_MEMORY);
-    EXPECT_EQ(Smbios2::instance().populateTable(true), libsmbios2::POPULATE_TABLE_READ);
-}
-
-TEST(LiveTable, FailuresAreToldApart)
+TEST(LiveTable, NoneAndABrokenOneAreToldApart)
 {
     const Firmware firmware;
     auto& library = Smbios2::instance();
     const auto populate = [&] {
         embedded_host::table::beginDiscovery();
         errno = 0;
+        EXPECT_EQ(library.isPresent(), 0);
         const auto result = library.populateTable(false);
         EXPECT_NE(errno, 0);
         return result;
     };
-    embedded_host::table::beginDiscovery();
-    EXPECT_EQ(library.isPresent(), 0);
     EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_NONE);
     firmware.folder().file("smbios_entry_point", "_SM3_ and nothing right after it");
-    EXPECT_EQ(library.isPresent(), 0);
     EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_MALFORMED);
-    EXPECT_EQ(count(2), 0u);
 }
 
 TEST(LiveTable, TheMachinesMemoryIsReadFromACharacterDeviceOnly)
@@ -324,55 +284,38 @@ TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
         const auto found = scanForEntryPoint(bytes);
         return found ? found->version.text() : "(none)";
     };
-    auto broken = table.dump64(3, 1, 1);
-    broken[0x05] ^= 1;
     const auto wide = table.dump64(3, 1, 1);
+    const auto broken = spoilt(wide, 0x05);
     const auto narrow = table.dump32(2, 7);
     const auto legacy = table.dumpLegacy(2, 1);
     EXPECT_EQ(versionIn(memory({{0x10, legacy}, {0x40, narrow}, {0x1E0, wide}})), "3.1.1");
     EXPECT_EQ(versionIn(memory({{0x10, broken}, {0x80, narrow}})), "2.7") << "what does not hold is passed over";
-    EXPECT_EQ(versionIn(memory({{0x10, broken}, {0x80, wide}})), "3.1.1");
     EXPECT_EQ(versionIn(memory({{0x10, legacy}})), "2.1");
     EXPECT_EQ(versionIn(memory({{0x18, wide}})), "(none)") << "not on a boundary of 16 bytes";
-    EXPECT_EQ(versionIn(memory({})), "(none)");
     auto cut = memory({{0x1E0, wide}});
     cut.resize(0x1F0);
     EXPECT_EQ(versionIn(cut), "(none)");
 }
 
-TEST(LiveTable, AThousandDiscoveriesInOneProcessAgree)
+TEST(LiveTable, DiscoveriesOfOneProcessLeaveNothingBehind)
 {
     const Firmware firmware;
-    firmware.offer(smallTable().dump64(3, 3, 0), 0x18);
+    firmware.offer(smallTable().dump64(3, 3, 0));
     const TemporaryFolder folder;
     const auto path = folder.file("t.dmi", smallTable().dump32(2, 7)).string();
-    const auto live = tests::inventoryText(tests::discover(tests::Settings{}).devices);
-    const auto loaded = tests::inventoryText(tests::discover({{"LoadTable", path}}).devices);
+    const auto discovered = [](const tests::Settings& settings) {
+        return tests::inventoryText(tests::discover(settings).devices);
+    };
+    const auto live = discovered({});
+    const auto loaded = discovered({{"LoadTable", path}});
     EXPECT_NE(live, loaded);
-    for (int i = 0; i < 500; ++i) {
-        ASSERT_EQ(tests::inventoryText(tests::discover(tests::Settings{}).devices), live);
-        ASSERT_EQ(tests::inventoryText(tests::discover({{"LoadTable", path}}).devices), loaded);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(discovered({}), live);
+        EXPECT_EQ(discovered({{"LoadTable", path}}), loaded);
     }
-}
-
-TEST(LiveTable, AFileOfAnEarlierDiscoveryIsForgotten)
-{
-    const Firmware firmware;
-    firmware.offer(smallTable().dump64(3, 3, 0), 0x18);
-    const TemporaryFolder folder;
-    TableBuilder other;
-    other.add(1, 0x0077, 0x08).text(0x04, "Other");
-    const auto path = folder.file("other.dmi", other.dump64(3, 0, 0)).string();
-
-    EXPECT_EQ(tests::discover({{"LoadTable", path}}).uids(), (std::vector<std::string>{"SMBIOS", "SMBIOS:0x0077"}));
-    const auto live = tests::discover(tests::Settings{});
-    EXPECT_EQ(live.value("SMBIOS", "smbios2_version"), "3.3.0");
-    EXPECT_EQ(live.uids().size(), 4u);
-
-    tests::discover({{"LoadTable", path}});
     std::filesystem::remove(path);
-    EXPECT_TRUE(tests::discover({{"LoadTable", path}}).devices.empty());
-    EXPECT_EQ(tests::discover(tests::Settings{}).uids().size(), 4u);
+    EXPECT_EQ(discovered({{"LoadTable", path}}), "");
+    EXPECT_EQ(discovered({}), live);
 }
 
 TEST(Saving, ASavedTableLoadsToTheSameDevices)
@@ -404,23 +347,21 @@ TEST(Saving, WhatIsNoDumpIsNotOverwritten)
     const auto save = [&](const std::filesystem::path& target) {
         return tests::discover(image, {{"SaveTable", target.string()}}).messages("Smbios2");
     };
-    const auto refused = [&](const std::filesystem::path& target, const std::string& why) {
-        const auto messages = save(target);
-        EXPECT_EQ(messages, std::vector<std::string>{target.string() + ": not " + why});
-    };
-
     const auto text = folder.file("notes.txt", "important");
-    refused(text, "overwritten, it exists and is not an SMBIOS dump");
-    EXPECT_EQ(readBytes(text).size(), 9u);
-
     const auto dump = folder.file("old.dmi", smallTable().dump32(2, 7));
     const auto link = folder / "link.dmi";
     std::filesystem::create_symlink(dump, link);
-    refused(link, "overwritten, it is a symbolic link");
+    const std::pair<std::filesystem::path, const char*> refused[] = {
+        {text, "overwritten, it exists and is not an SMBIOS dump"},
+        {link, "overwritten, it is a symbolic link"},
+        {folder.path(), "overwritten, it is not a regular file"},
+        {folder.path() / "no" / "such.dmi", "written, No such file or directory"},
+    };
+    for (const auto& [target, why] : refused)
+        EXPECT_EQ(save(target), std::vector<std::string>{target.string() + ": not " + why});
+    EXPECT_EQ(readBytes(text).size(), 9u);
     EXPECT_EQ(readBytes(dump), smallTable().dump32(2, 7));
 
-    refused(folder.path(), "overwritten, it is not a regular file");
-    refused(folder.path() / "no" / "such.dmi", "written, No such file or directory");
     EXPECT_EQ(save(dump), std::vector<std::string>{}) << "a dump is replaced";
     EXPECT_EQ(readBytes(dump), image);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 3) << "nothing half-written stays";

@@ -68,11 +68,10 @@ std::filesystem::path TemporaryFolder::file(const std::string& name, std::string
     return path_ / name;
 }
 
-void Firmware::offer(const Bytes& dump, std::size_t entryPointLength) const
+void Firmware::offer(const Bytes& dump64) const
 {
-    const auto middle = dump.begin() + static_cast<std::ptrdiff_t>(entryPointLength);
-    folder_.file("smbios_entry_point", Bytes(dump.begin(), middle));
-    folder_.file("DMI", Bytes(dump.begin() + 0x20, dump.end()));
+    folder_.file("smbios_entry_point", Bytes(dump64.begin(), dump64.begin() + 0x18));
+    folder_.file("DMI", Bytes(dump64.begin() + 0x20, dump64.end()));
 }
 
 Bytes readBytes(const std::filesystem::path& path)

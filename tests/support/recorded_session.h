@@ -43,7 +43,7 @@ public:
     Firmware& operator=(const Firmware&) = delete;
 
     /// Lays down a dump's entry point and table as the kernel shows them.
-    void offer(const Bytes& dump, std::size_t entryPointLength) const;
+    void offer(const Bytes& dump64) const;
 
     const TemporaryFolder& folder() const { return folder_; }
 

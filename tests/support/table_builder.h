@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <deque>
-#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,23 +23,34 @@ using zorpsysinfosmbios2::Field;
 using zorpsysinfosmbios2::qword;
 using zorpsysinfosmbios2::word;
 
-/// One structure. Whatever does not fit (a field beyond the length, a value beyond its bits, a 256th string) throws
-/// std::out_of_range, so that a test's own slip is seen. The header's bytes are fields like all others: a wrong length
-/// byte is `put(byte(0x01), 3)`.
+/// Stores a number little-endian.
+template <class T>
+void put(Bytes& to, Field<T> field, std::uint64_t value)
+{
+    for (unsigned i = 0; i < sizeof(T); ++i)
+        to.at(field.offset + i) = static_cast<unsigned char>(value >> 8 * i);
+}
+
+/// Sets the checksum byte so that `length` bytes from `start` on add up to 0, as far as they are there.
+void mend(std::span<unsigned char> bytes, std::size_t start, std::size_t length, std::size_t checksum);
+
+/// One structure. A field beyond the length throws std::out_of_range, so that a test's own slip is seen. The header's
+/// bytes are fields like all others: a wrong length byte is `put(byte(0x01), 3)`.
 class StructureBuilder
 {
 public:
     StructureBuilder(unsigned char type, std::uint16_t handle, unsigned char length);
 
-    /// Little-endian; into its bits alone when the field is a sub-field.
+    unsigned char type() const { return formatted_.front(); }
+
     template <class T>
     StructureBuilder& put(Field<T> field, std::type_identity_t<T> value)
     {
-        return store(field.offset, sizeof(T), field.width, field.shift, value);
+        tests::put(formatted_, field, value);
+        return *this;
     }
 
-    StructureBuilder& bytes(unsigned offset, std::span<const unsigned char> values);
-    StructureBuilder& bytes(unsigned offset, std::initializer_list<unsigned char> values);
+    StructureBuilder& bytes(unsigned offset, const Bytes& values);
 
     /// Appends to the string set and stores the string's number at the offset.
     StructureBuilder& text(unsigned offset, std::string_view value);
@@ -55,9 +65,6 @@ public:
     Bytes image() const;
 
 private:
-    StructureBuilder& store(unsigned offset, unsigned size, unsigned width, unsigned shift, std::uint64_t value);
-    std::span<unsigned char> area(unsigned offset, std::size_t size);
-
     Bytes formatted_;
     std::vector<std::string> strings_;
 };
