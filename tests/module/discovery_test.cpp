@@ -1,21 +1,14 @@
-// The driver: settings, root device, order and gates of the decoders, log messages; and the shared operations.
-#include "construction.h"
+// The driver: settings, root device, order and gates of the decoders, log messages, strings.
 #include "logging.h"
 #include "support/recorded_session.h"
-#include "texts/translations.h"
 
-#include <algorithm>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <memory>
-#include <set>
 
 namespace
 {
 
 using tests::byte;
 using tests::discover;
-using tests::LogLine;
 using tests::Settings;
 using tests::TableBuilder;
 using tests::TemporaryFolder;
@@ -59,16 +52,6 @@ TEST(Driver, WithoutVerboseElevenTypesRemain)
     EXPECT_EQ(types(discover(everyType(), {{"verbose", "perhaps"}})).size(), 37u);
 }
 
-TEST(Driver, TheRootComesFirst)
-{
-    const auto recorded = discover(everyType());
-    const auto& root = recorded.devices.front();
-    EXPECT_EQ(tests::inventoryText({root}), "SMBIOS [SMBIOS] [SMBIOS] [SMBIOS] SMBIOS\n"
-                                            "  __smbios2_hdr_handle = 0xFFFF\n"
-                                            "  smbios2_version = 3.2.0\n"
-                                            "  child SMBIOS (none)\n");
-}
-
 /// Whether the vendor's structures are decoded, given a type 0 vendor or a type 1 manufacturer.
 bool decodesVendor(unsigned char vendorType, const char* vendor)
 {
@@ -101,11 +84,13 @@ TEST(Driver, VendorsAreMatchedWithTheirCase)
     EXPECT_FALSE(decodesVendor(7, "IBM")) << "no identity structure at all";
 }
 
-std::vector<LogLine> moduleLog(const tests::Recorded& recorded)
+/// What the module logged, each text behind its priority.
+Texts moduleLog(const tests::Recorded& recorded)
 {
-    std::vector<LogLine> lines;
-    std::ranges::copy_if(recorded.log, std::back_inserter(lines),
-                         [](const LogLine& line) { return line.logger == "zorpsysinfosmbios2"; });
+    Texts lines;
+    for (const auto& line : recorded.log)
+        if (line.logger == "zorpsysinfosmbios2")
+            lines.push_back(std::to_string(line.priority) + " " + line.text);
     return lines;
 }
 
@@ -124,23 +109,14 @@ private:
 
 TEST(LoadTable, AMissingFileGivesOneMessageAndNoDevice)
 {
+    const Threshold everything(1);
     const auto recorded = discover({{"LoadTable", "/nonexistent/table.dmi"}});
     EXPECT_TRUE(recorded.devices.empty());
-    const auto log = moduleLog(recorded);
-    ASSERT_EQ(log.size(), 1u);
-    EXPECT_EQ(log[0].priority, 5);
-    EXPECT_EQ(log[0].text, "2603 Could not load SMBIOS table from file: /nonexistent/table.dmi");
-}
-
-TEST(LoadTable, IsAnnouncedAtPriority2)
-{
-    const Threshold everything(2);
-    const TemporaryFolder folder;
-    const auto path = folder.file("t.dmi", everyType().dump64(3, 0, 0)).string();
-    const auto log = moduleLog(discover({{"LoadTable", path}}));
-    ASSERT_FALSE(log.empty());
-    EXPECT_EQ(log[0].priority, 2);
-    EXPECT_EQ(log[0].text, "2601 Loading SMBIOS table from file: " + path);
+    EXPECT_EQ(
+        moduleLog(recorded),
+        (Texts{R"(1 enter DiscoverSMBIOS (modules\src\multi\sysinfo\zorpsysinfosmbios2\zorpsysinfosmbios2:2589))",
+               "2 2601 Loading SMBIOS table from file: /nonexistent/table.dmi",
+               "5 2603 Could not load SMBIOS table from file: /nonexistent/table.dmi", "1 leave DiscoverSMBIOS"}));
 }
 
 TEST(LoadTable, AnEmptyPathMeansTheFirmware)
@@ -161,10 +137,7 @@ TEST(Populate, AFailureLeavesTheRootAloneAndIsLoggedWithItsErrno)
                            tests::Bytes(dump.begin(), dump.begin() + 0x18)); // but no table beside it
     const auto recorded = discover(Settings{});
     EXPECT_EQ(recorded.uids(), Texts{"SMBIOS"});
-    const auto log = moduleLog(recorded);
-    ASSERT_EQ(log.size(), 1u);
-    EXPECT_EQ(log[0].priority, 3);
-    EXPECT_EQ(log[0].text, "2655 Could not populate the libSmbios2 table: " + std::to_string(ENOENT));
+    EXPECT_EQ(moduleLog(recorded), Texts{"3 2655 Could not populate the libSmbios2 table: " + std::to_string(ENOENT)});
 }
 
 TEST(Logging, EachGateStopsAMessageAndAQuietProcessMakesNoLogger)
@@ -185,16 +158,6 @@ TEST(Logging, EachGateStopsAMessageAndAQuietProcessMakesNoLogger)
     EXPECT_EQ(loggerForTraces(), nullptr);
     EXPECT_EQ(loggerFor(3), logger);
     logger->priority = 1;
-}
-
-TEST(Logging, ADiscoveryIsTracedAtPriority1)
-{
-    const Threshold everything(1);
-    const auto log = moduleLog(discover({{"LoadTable", "/nonexistent"}}));
-    ASSERT_EQ(log.size(), 4u);
-    EXPECT_EQ(log[0].text,
-              R"(enter DiscoverSMBIOS (modules\src\multi\sysinfo\zorpsysinfosmbios2\zorpsysinfosmbios2:2589))");
-    EXPECT_EQ(log[3].text, "leave DiscoverSMBIOS") << "on every way out";
 }
 
 TEST(Logging, ATableFullOfFaultsDoesNotFloodTheLog)
@@ -219,69 +182,20 @@ TEST(Settings, UnknownOnesAreToldOnceDevicesCame)
     EXPECT_EQ(told(discover({{"LoadTable", "/nonexistent"}, {"SaveTable", "x"}})), Texts{});
 }
 
-TEST(Catalogue, Holds315PropertiesAndOneText)
-{
-    std::set<std::string> names;
-    for (const auto* property : embedded_host::declaredProperties()) {
-        names.insert(property->name);
-        const auto label = "LocalizedString.propname_" + property->name;
-        EXPECT_FALSE(embedded_host::texts::translation("en", label).empty()) << "a label for " << property->name;
-    }
-    EXPECT_EQ(embedded_host::declaredProperties().size(), 315u);
-    EXPECT_EQ(names.size(), 315u);
-    EXPECT_EQ(embedded_host::declaredProperties().front()->name, "smbios2_hdr_type");
-    EXPECT_EQ(embedded_host::declaredProperties().back()->name, "smbios2_version");
-    EXPECT_EQ(embedded_host::declaredTexts(), Texts{"NotInstalled"});
-}
-
 TEST(Strings, TrivialOnesCountAsAbsentUnlessTheFilterIsOff)
 {
-    const struct
-    {
-        const char* text;
-        const char* filtered;
-        const char* unfiltered;
-    } cases[] = {{"   ", "(absent)", "   "},
-                 {"\t\v\r", "(absent)", "\t\v\r"},
-                 {" blanks kept ", " blanks kept ", " blanks kept "}};
-    for (const auto& each : cases) {
-        TableBuilder table;
-        table.add(1, 0x0001, 0x08).text(0x04, each.text).put(byte(0x05), 2).text(0x07, "S");
-        EXPECT_EQ(discover(table).value("SMBIOS:0x0001", "t1_manufacturer"), each.filtered);
-        const auto unfiltered = discover(table, {{"FilterTrivialStrings", "off"}});
-        EXPECT_EQ(unfiltered.value("SMBIOS:0x0001", "t1_manufacturer"), each.unfiltered);
-        EXPECT_EQ(unfiltered.value("SMBIOS:0x0001", "t1_product"), "S") << "by number, whoever else refers to it";
-        EXPECT_EQ(unfiltered.value("SMBIOS:0x0001", "t1_ver"), "(absent)") << "number 0";
-    }
-    TableBuilder beyond;
-    beyond.add(1, 0x0001, 0x08).text(0x04, "one").put(byte(0x05), 2);
-    EXPECT_EQ(discover(beyond).value("SMBIOS:0x0001", "t1_product"), "(absent)");
-}
-
-TEST(Construction, IdentifiersCarryTheHandleAndAnInstanceUnless0)
-{
     TableBuilder table;
-    table.add(17, 0x0010, 0x04);
-    table.add(17, 0x0011, 0x04);
-    table.add(10, 0x0020, 0x08);
-    const auto text = tests::inventoryText(discover(table).devices);
-    EXPECT_NE(text.find("SMBIOS:0x0010 [Memory Device] [Memory Device:0] [Memory Device:0] SMBIOS_Struct"), text.npos);
-    EXPECT_NE(text.find("SMBIOS:0x0011 [Memory Device] [Memory Device:1] [Memory Device:1] SMBIOS_Struct"), text.npos);
-    EXPECT_NE(text.find("SMBIOS:0x0020 [On Board Device]"), text.npos);
-    EXPECT_NE(text.find("SMBIOS:0x0020:1 [On Board Device]"), text.npos);
-}
-
-TEST(Construction, HexBytes)
-{
-    const unsigned char bytes[] = {0x01, 0xAB, 0x0F};
-    const auto text = [&](unsigned char count) {
-        const std::unique_ptr<char, decltype(&std::free)> made(zorpsysinfosmbios2::formatHexBytes(bytes, count),
-                                                               std::free);
-        return std::string(made ? made.get() : "(null)");
+    table.add(1, 0x0001, 0x08).text(0x04, "\t \v\r").text(0x05, " blanks kept ").put(byte(0x07), 3);
+    const auto shown = [&](const Settings& settings) {
+        const auto recorded = discover(table, settings);
+        Texts values;
+        for (const char* property : {"t1_manufacturer", "t1_product", "t1_ver", "t1_serial"})
+            values.push_back(recorded.value("SMBIOS:0x0001", property));
+        return values;
     };
-    EXPECT_EQ(text(0), "(null)");
-    EXPECT_EQ(text(1), "01");
-    EXPECT_EQ(text(3), "01-AB-0F");
+    const Texts filtered{"(absent)", " blanks kept ", "(absent)", "(absent)"};
+    EXPECT_EQ(shown({}), filtered) << "number 0 and a number beyond are absent as well";
+    EXPECT_EQ(shown({{"FilterTrivialStrings", "off"}}), (Texts{"\t \v\r", " blanks kept ", "(absent)", "(absent)"}));
 }
 
 } // namespace

@@ -15,6 +15,7 @@ namespace
 
 using embedded_host::inventory::Detail;
 using embedded_host::inventory::Looks;
+using embedded_host::inventory::TextInventory;
 using tests::byte;
 using tests::word;
 
@@ -23,13 +24,9 @@ const std::filesystem::path kMachines = TESTS_FOLDER "/machines";
 std::string textOf(const tests::Bytes& image, Looks looks = {}, const std::string& language = "en")
 {
     lum::LumLocale::setGlobalLanguage(language);
-    tests::TextOutput output;
-    embedded_host::inventory::TextInventory text(output, Detail::Usual, looks);
-    for (auto& device : tests::discover(image).devices)
-        text.take(std::move(device));
-    text.end();
+    const auto text = tests::printed<TextInventory>(tests::discover(image).devices, Detail::Usual, looks);
     lum::LumLocale::setGlobalLanguage("en");
-    return output.text();
+    return text;
 }
 
 TEST(Text, TheSampleInEveryLanguage)

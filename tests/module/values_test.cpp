@@ -187,14 +187,6 @@ const Row kRows[] = {
     {"a_blank_designation_is_no_name", s(41, 0x0B).text(0x04, "  "), "name", "On Board Device"},
 };
 
-std::string childrenOf(const tests::Recorded& recorded)
-{
-    std::string joined;
-    for (const auto& id : recorded.children(kUid))
-        joined += (joined.empty() ? "" : ", ") + id;
-    return joined;
-}
-
 std::string setValue(const std::string& name)
 {
     const auto properties = embedded_host::declaredProperties();
@@ -207,7 +199,7 @@ std::string lookUp(const tests::Recorded& recorded, const std::string& what)
     if (what == "name")
         return recorded.device(kUid).name;
     if (what == "children")
-        return childrenOf(recorded);
+        return recorded.children(kUid);
     if (what.starts_with("set "))
         return setValue(what.substr(4));
     return recorded.value(kUid, what);

@@ -23,12 +23,6 @@ bool drivesTerminals(unsigned code)
 
 } // namespace
 
-const std::string& TextOutput::text()
-{
-    finish();
-    return text_;
-}
-
 std::string faultInText(std::string_view text)
 {
     rapidjson::MemoryStream stream(text.data(), text.size());

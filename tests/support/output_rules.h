@@ -1,6 +1,7 @@
 // What holds for everything that is printed or logged, whatever the input.
 #pragma once
 
+#include "embedded_host/inventory.h"
 #include "inventory/output.h"
 #include "log_recorder.h"
 
@@ -12,7 +13,11 @@ class TextOutput : public embedded_host::inventory::Output
 {
 public:
     /// All that was written; finishes the output.
-    const std::string& text();
+    const std::string& text()
+    {
+        finish();
+        return text_;
+    }
 
 private:
     void writeThrough(std::string_view text) override { text_ += text; }
@@ -20,6 +25,18 @@ private:
 
     std::string text_;
 };
+
+/// What an inventory prints of these devices.
+template <class Inventory, class... How>
+std::string printed(const std::vector<embedded_host::DeviceRecord>& devices, How... how)
+{
+    TextOutput output;
+    Inventory inventory(output, how...);
+    for (auto device : devices)
+        inventory.take(std::move(device));
+    inventory.end();
+    return output.text();
+}
 
 /// What is wrong with a text for people; empty when it is UTF-8 and no character but the newline drives a terminal.
 std::string faultInText(std::string_view text);

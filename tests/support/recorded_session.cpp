@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <iterator>
 #include <random>
+#include <stdexcept>
 
 namespace tests
 {
@@ -28,17 +28,6 @@ public:
 private:
     std::vector<DeviceRecord>& devices_;
 };
-
-std::string textOf(const orb5::Value& value) { return value.toString().lumString().bytes(); }
-
-std::vector<std::string> elementsOf(const orb5::Value& value)
-{
-    std::vector<std::string> texts;
-    if (const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held()))
-        for (const auto& element : *elements)
-            texts.push_back(element.lumString().bytes());
-    return texts;
-}
 
 } // namespace
 
@@ -82,33 +71,23 @@ Bytes readBytes(const std::filesystem::path& path)
 
 const DeviceRecord& Recorded::device(const std::string& uid) const
 {
-    static const DeviceRecord none;
     const auto found = std::ranges::find(devices, uid, &DeviceRecord::uid);
-    if (found != devices.end())
-        return *found;
-    ADD_FAILURE() << "no device " << uid;
-    return none;
+    if (found == devices.end())
+        throw std::out_of_range("no device " + uid);
+    return *found;
 }
 
 std::string Recorded::value(const std::string& uid, const std::string& property) const
 {
     const auto* value = device(uid).find(property);
-    return value == nullptr ? "(absent)" : textOf(*value);
+    return value == nullptr ? "(absent)" : value->toString().lumString().bytes();
 }
 
-std::vector<std::string> Recorded::list(const std::string& uid, const std::string& property) const
+std::string Recorded::children(const std::string& uid) const
 {
-    const auto* value = device(uid).find(property);
-    if (value == nullptr || !std::holds_alternative<std::vector<orb5::OrbString>>(value->held()))
-        return {"(no list)"};
-    return elementsOf(*value);
-}
-
-std::vector<std::string> Recorded::children(const std::string& uid) const
-{
-    std::vector<std::string> ids;
+    std::string ids;
     for (const auto& child : device(uid).childBusIds)
-        ids.push_back(child.id.value_or("(none)"));
+        ids += (ids.empty() ? "" : ", ") + child.id.value_or("(none)");
     return ids;
 }
 
@@ -163,12 +142,11 @@ std::string inventoryText(const std::vector<DeviceRecord>& devices)
              capabilities);
         for (const auto& [kind, uid] : device.uids)
             line("  uid " + std::to_string(kind) + " " + uid);
-        for (const auto& property : device.properties) {
-            const auto elements = elementsOf(property.value);
-            const bool isList = std::holds_alternative<std::vector<orb5::OrbString>>(property.value.held());
-            line("  " + property.declaration->name + " =" + (isList ? "" : " " + textOf(property.value)));
-            for (const auto& element : elements)
-                line("    - " + element);
+        for (const auto& [declaration, value] : device.properties) {
+            const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held());
+            line("  " + declaration->name + " =" + (elements ? "" : " " + value.toString().lumString().bytes()));
+            for (const auto& element : elements ? *elements : std::vector<orb5::OrbString>())
+                line("    - " + element.lumString().bytes());
         }
         for (const auto& child : device.childBusIds)
             line(std::string("  child ") + child.bus.name() + " " + child.id.value_or("(none)"));

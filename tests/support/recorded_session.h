@@ -60,17 +60,14 @@ struct Recorded
     std::vector<embedded_host::DeviceRecord> devices;
     std::vector<LogLine> log;
 
-    /// The device with this identifier; fails the test when there is none.
+    /// The device with this identifier; throws when there is none.
     const embedded_host::DeviceRecord& device(const std::string& uid) const;
 
     /// The text of a device's property, or "(absent)".
     std::string value(const std::string& uid, const std::string& property) const;
 
-    /// The elements of a list property.
-    std::vector<std::string> list(const std::string& uid, const std::string& property) const;
-
-    /// The identifiers of the children that a device names.
-    std::vector<std::string> children(const std::string& uid) const;
+    /// The identifiers of the children that a device names, separated like a list's elements.
+    std::string children(const std::string& uid) const;
 
     /// The identifiers of all devices, in the order in which they were published.
     std::vector<std::string> uids() const;
