@@ -1,10 +1,12 @@
 // Table images and entry points: every layout is read safely, and a saved table loads as it was.
 #include "embedded_host/firmware.h"
 #include "fuzzing.h"
-#include "kernel_folder.h"
+#include "support/memory_file.h"
 #include "support/output_rules.h"
+#include "support/recorded_session.h"
 #include "table/firmware.h"
 #include "table/table_error.h"
+#include "table/table_file.h"
 
 #include <cstring>
 
@@ -12,6 +14,22 @@ namespace
 {
 
 using namespace embedded_host::table;
+
+/// A folder in the manner of /sys/firmware/dmi/tables with this dump's entry point and table, which are in memory.
+const std::filesystem::path& kernelFolder(View dump)
+{
+    static const tests::TemporaryFolder folder;
+    static tests::MemoryFile entryPoint;
+    static tests::MemoryFile table;
+    if (std::filesystem::is_empty(folder.path())) {
+        std::filesystem::create_symlink(entryPoint.path(), folder / kEntryPointFile);
+        std::filesystem::create_symlink(table.path(), folder / kTableFile);
+    }
+    const auto middle = std::min(dump.size(), kDumpTableOffset);
+    entryPoint.hold(dump.first(middle));
+    table.hold(dump.subspan(middle));
+    return folder.path();
+}
 
 RawTable scanned(View memory)
 {
@@ -25,16 +43,15 @@ RawTable scanned(View memory)
 RawTable read(unsigned source, View bytes, const Remarks& remarks)
 {
     static tests::MemoryFile file;
-    static fuzz::KernelFolder folder;
     auto& places = embedded_host::firmwarePlaces();
     switch (source % 5) {
     case 0:
         file.hold(bytes);
         return readTableFile(file.path(), remarks);
     case 1:
-        return readTableFile(folder.holding(bytes), remarks);
+        return readTableFile(kernelFolder(bytes), remarks);
     case 2:
-        places.tables = folder.holding(bytes);
+        places.tables = kernelFolder(bytes);
         return findFirmwareTable()->read();
     case 3:
         return scanned(bytes);

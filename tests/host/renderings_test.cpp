@@ -21,21 +21,15 @@ TEST(Renderings, DiscreteMeasurements)
     } cases[] = {
         {OrbUnitType::HEXADECIMAL8(), 0x0F, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x0F"},
         {OrbUnitType::HEXADECIMAL8(), 0x100, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x100"},
-        {OrbUnitType::HEXADECIMAL16(), 0x10, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x0010"},
         {OrbUnitType::HEXADECIMAL16(), 0x12345678, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x12345678"},
-        {OrbUnitType::HEXADECIMAL32(), 0xABC, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x00000ABC"},
         {OrbUnitType::HEXADECIMAL64(), ~std::uint64_t{0}, OrbUnitMagnitude::AUTOSCALEUNIT(), "0xFFFFFFFFFFFFFFFF"},
         {OrbUnitType::BYTES(), 0, OrbUnitMagnitude::AUTOSCALEUNIT(), "0 B"},
-        {OrbUnitType::BYTES(), 27, OrbUnitMagnitude::AUTOSCALEUNIT(), "27 B"},
         {OrbUnitType::BYTES(), 1023, OrbUnitMagnitude::AUTOSCALEUNIT(), "1023 B"},
-        {OrbUnitType::BYTES(), 1024, OrbUnitMagnitude::AUTOSCALEUNIT(), "1 KB"},
         {OrbUnitType::BYTES(), 4660, OrbUnitMagnitude::AUTOSCALEUNIT(), "4.55 KB"},
         {OrbUnitType::BYTES(), 1048575, OrbUnitMagnitude::AUTOSCALEUNIT(), "1024 KB"}, // scaled before rounding
-        {OrbUnitType::BYTES(), 16777216, OrbUnitMagnitude::AUTOSCALEUNIT(), "16 MB"},
         {OrbUnitType::BYTES(), ~std::uint64_t{0}, OrbUnitMagnitude::AUTOSCALEUNIT(), "16 EB"},
         {OrbUnitType::BYTES(), 4660, OrbUnitMagnitude::BASEUNIT(), "4660 B"},
         {OrbUnitType::BYTES(), 512, OrbUnitMagnitude::KILO(), "0.5 KB"},
-        {OrbUnitType::HERTZ(), 2500000, OrbUnitMagnitude::AUTOSCALEUNIT(), "2.5 MHz"},
         {OrbUnitType::VOLTS(), 3, OrbUnitMagnitude::MILLI(), "3000 mV"},
         {OrbUnitType::BITS(), 65536, OrbUnitMagnitude::AUTOSCALEUNIT(), "65536 bits"},
         // 2^53 + 1 and its likes: the quotient is rounded once, not the number first.
@@ -62,25 +56,14 @@ TEST(Renderings, NonDiscreteMeasurements)
         int flag;
         const char* expected;
     } cases[] = {
-        {OrbUnitType::HERTZ(), 3200, mega, 0, "3.2 GHz"},
-        {OrbUnitType::HERTZ(), 0, mega, 0, "0 Hz"},
         {OrbUnitType::HERTZ(), 999, mega, 0, "999 MHz"},
         {OrbUnitType::HERTZ(), 65535, mega, 0, "65.53 GHz"}, // the double below 65.535
-        {OrbUnitType::BYTES(), 8192, mega, 0, "8 GB"},
-        {OrbUnitType::BYTES(), 33280, kilo, 0, "32.5 MB"},
-        {OrbUnitType::BYTES(), -2147483648.0, mega, 0, "-2 PB"},
-        {OrbUnitType::BYTES(), 1099511627776.0, base, 0, "1 TB"},
-        {OrbUnitType::VOLTS(), 1200, milli, 0, "1.2 V"},
         {OrbUnitType::VOLTS(), 1.2F, base, 1, "1.20 V"},
-        {OrbUnitType::VOLTS(), 0.5, milli, 1, "500.00 µV"},
         {OrbUnitType::AMPS(), 0, milli, 1, "0.00 A"},
-        {OrbUnitType::SECONDS(), 70, nano, 0, "70 ns"},
         {OrbUnitType::SECONDS(), 0.25, nano, 0, "0.25 ns"}, // nothing is smaller
         {OrbUnitType::SECONDS(), 1e15, nano, 0, "1 Ms"},
         {OrbUnitType::WATTS(), 0.001, base, 0, "1 mW"},
         {OrbUnitType::WATTS(), 5e15, base, 0, "5000 TW"}, // nothing is larger
-        {OrbUnitType::WATTHOURS(), 44000, milli, 0, "44 Wh"},
-        {OrbUnitType::BITS(), 72, base, 0, "72 bits"},
         {OrbUnitType::BITS(), 2, kilo, 0, "2000 bits"},
         {OrbUnitType::RPM(), 12000, base, 0, "12000 RPM"},
     };
@@ -105,10 +88,7 @@ TEST(Renderings, ValuesAsText)
 
     EXPECT_EQ(text(Value(-1).toString()), "-1");
     EXPECT_EQ(text(Value(4294967295u).toString()), "4294967295");
-    EXPECT_EQ(text(Value(true).toString()), "true");
-    EXPECT_EQ(text(Value(50.0, DataType::PERCENT()).toString()), "50%");
     EXPECT_EQ(text(Value(0.125, DataType::PERCENT()).toString()), "0.12%");
-    EXPECT_EQ(text(Value(OrbDiscreteMeasurement(OrbUnitType::BYTES(), 65536)).toString()), "64 KB");
 
     EXPECT_THROW(Value("text").append("element"), OrbException);
     EXPECT_THROW(Value(1.0, DataType::STRING()), OrbException);
@@ -129,11 +109,6 @@ TEST(Renderings, TemperaturesHaveExactlyTheirDecimals)
         const lum::Temperature temperature(each.value, each.decimals, 0, lum::TEMPERATURE_ABSOLUTE);
         EXPECT_EQ(temperature.toString(9, lum::TEMPERATURE_CELSIUS).bytes(), each.expected);
     }
-}
-
-TEST(Renderings, DatesAreInIsoForm)
-{
-    EXPECT_EQ(lum::DateTime(2017, 1, 1, 0, 0, 0, 0, '+', 0).dateStampString().bytes(), "2017-01-01");
 }
 
 } // namespace

@@ -224,24 +224,22 @@ TEST(Walk, FaultsAreLoggedOnceWithTheirOffset)
 
 TEST(Walk, StringSets)
 {
-    const auto texts = [](std::string_view set) {
+    const auto texts = [](std::initializer_list<const char*> strings) {
         TableBuilder table;
-        table.add(0, 0, 0x04);
-        auto raw = table.structures();
-        raw.resize(4);
-        raw.insert(raw.end(), set.begin(), set.end());
-        EXPECT_TRUE(load(raw));
+        auto& bios = table.add(0, 0, 0x04);
+        for (const char* text : strings)
+            bios.string(text);
+        EXPECT_TRUE(load(table.structures()));
         std::string joined;
         for (unsigned number = 0; number < 256; ++number)
             if (const char* text = Smbios2_SysInfo::getString(structure(0, 0), static_cast<unsigned char>(number)))
                 joined += std::to_string(number) + text + " ";
         return joined;
     };
-    using namespace std::string_view_literals;
-    EXPECT_EQ(texts("\0\0"sv), "");
-    EXPECT_EQ(texts("A\0BC\0\0"sv), "1A 2BC ");
-    EXPECT_EQ(texts("A\0\0B\0\0"sv), "1A ") << "two NUL bytes end the set";
-    EXPECT_EQ(texts("\0A\0\0"sv), "") << "an empty text ends the numbering";
+    EXPECT_EQ(texts({}), "");
+    EXPECT_EQ(texts({"A", "BC"}), "1A 2BC ");
+    EXPECT_EQ(texts({"A", "", "B"}), "1A ") << "two NUL bytes end the set";
+    EXPECT_EQ(texts({"", "A"}), "") << "an empty text ends the numbering";
 }
 
 TEST(LiveTable, NoneAndABrokenOneAreToldApart)
@@ -292,9 +290,6 @@ TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
     EXPECT_EQ(versionIn(memory({{0x10, broken}, {0x80, narrow}})), "2.7") << "what does not hold is passed over";
     EXPECT_EQ(versionIn(memory({{0x10, legacy}})), "2.1");
     EXPECT_EQ(versionIn(memory({{0x18, wide}})), "(none)") << "not on a boundary of 16 bytes";
-    auto cut = memory({{0x1E0, wide}});
-    cut.resize(0x1F0);
-    EXPECT_EQ(versionIn(cut), "(none)");
 }
 
 TEST(LiveTable, DiscoveriesOfOneProcessLeaveNothingBehind)
@@ -309,10 +304,8 @@ TEST(LiveTable, DiscoveriesOfOneProcessLeaveNothingBehind)
     const auto live = discovered({});
     const auto loaded = discovered({{"LoadTable", path}});
     EXPECT_NE(live, loaded);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(discovered({}), live);
-        EXPECT_EQ(discovered({{"LoadTable", path}}), loaded);
-    }
+    EXPECT_EQ(discovered({}), live);
+    EXPECT_EQ(discovered({{"LoadTable", path}}), loaded);
     std::filesystem::remove(path);
     EXPECT_EQ(discovered({{"LoadTable", path}}), "");
     EXPECT_EQ(discovered({}), live);

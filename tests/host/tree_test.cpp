@@ -42,12 +42,8 @@ std::vector<std::size_t> parents(const std::vector<Case>& cases)
         builder.add(device);
     const auto tree = builder.tree();
     std::vector<std::size_t> found;
-    std::size_t shown = 1;
     for (std::size_t i = 1; i < tree.size(); ++i)
         found.push_back(tree[i].parent);
-    for (const auto& node : tree)
-        shown += node.children.size();
-    EXPECT_EQ(shown, devices.size()) << "every device hangs once";
     return found;
 }
 
@@ -55,7 +51,6 @@ using Parents = std::vector<std::size_t>;
 
 TEST(Tree, PlacesDevices)
 {
-    EXPECT_EQ(parents({}), Parents{});
     EXPECT_EQ(parents({{"SMBIOS:0x0001", {}}, {"SMBIOS:0x0002", {}}}), (Parents{0, 0}));
     EXPECT_EQ(parents({{"SMBIOS:0x0001", {"0x0002"}}, {"SMBIOS:0x0002", {}}}), (Parents{0, 1})) << "named";
     EXPECT_EQ(parents({{"SMBIOS:0x0001", {}}, {"SMBIOS:0x0002", {}, 1}}), (Parents{0, 1})) << "by its parent";
@@ -66,6 +61,9 @@ TEST(Tree, PlacesDevices)
               (Parents{0, 0, 1}))
         << "under the first that names it";
     EXPECT_EQ(parents({{"SMBIOS:0x0001", {"0x0099"}, 0x98}}), (Parents{0})) << "dangling";
+    EXPECT_EQ(parents({{"SMBIOS:0x0010", {}}, {"SMBIOS:0x0010:1", {}}, {"SMBIOS:Group", {"0x0010", "0x0010"}}}),
+              (Parents{3, 3, 0}))
+        << "all devices of a handle";
     EXPECT_EQ(parents({{"SMBIOS:0x0001", {"0x0001"}, 1}}), (Parents{0})) << "itself";
 }
 
@@ -74,12 +72,6 @@ TEST(Tree, DevicesWithATypeLevelIdentifierMoveOnlyByTheirParent)
     EXPECT_EQ(parents({{"SMBIOS:0x0000", {}, -1, true}, {"SMBIOS:0x0001", {"0x0000"}}}), (Parents{0, 0}));
     EXPECT_EQ(parents({{"SMBIOS:0x0003", {}}, {"SMBIOS:0x0002", {}, 3, true}, {"SMBIOS:0x0009", {"0x0002"}}}),
               (Parents{0, 1, 0}));
-}
-
-TEST(Tree, EveryDeviceOfAHandleIsNamedByIt)
-{
-    EXPECT_EQ(parents({{"SMBIOS:0x0010", {}}, {"SMBIOS:0x0010:1", {}}, {"SMBIOS:Group", {"0x0010", "0x0010"}}}),
-              (Parents{3, 3, 0}));
 }
 
 TEST(Tree, CirclesAreOpenedAtTheirFirstDevice)

@@ -6,11 +6,11 @@
 //   +run NAME [OPTION]…  run the program; its outputs and its exit code are told as NAME.out, NAME.err, NAME.exit
 //
 // A text is told as a line "=== NAME LENGTH", its bytes, and a line "=== end"; the last line of all is "=== done".
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
 #include <fstream>
 #include <grp.h>
 #include <iterator>
@@ -60,17 +60,6 @@ void mountAt(const char* folder, const char* type)
     require(mount(type, folder, type, 0, nullptr) == 0, std::string("mounting ") + folder);
 }
 
-void redirect(int descriptor, const std::string& path)
-{
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    require(file >= 0 && dup2(file, descriptor) == descriptor, path);
-}
-
-void becomeOrdinaryUser()
-{
-    require(setgroups(0, nullptr) == 0 && setgid(kOrdinaryUser) == 0 && setuid(kOrdinaryUser) == 0, "setuid");
-}
-
 std::string contentOf(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -79,8 +68,21 @@ std::string contentOf(const std::string& path)
     return content.str();
 }
 
-void run(const std::string& name, const std::vector<std::string>& options, bool asOrdinaryUser)
+/// Replaces this process by the program.
+void become(char** arguments, const std::string& out, const std::string& err, bool asOrdinaryUser)
 {
+    require(std::freopen(out.c_str(), "w", stdout) != nullptr, out);
+    require(std::freopen(err.c_str(), "w", stderr) != nullptr, err);
+    if (asOrdinaryUser)
+        require(setgroups(0, nullptr) == 0 && setgid(kOrdinaryUser) == 0 && setuid(kOrdinaryUser) == 0, "setuid");
+    execv(kProgram, arguments);
+    require(false, kProgram);
+}
+
+/// Runs the program; the first argument is what its outputs are told as.
+void run(char** arguments, bool asOrdinaryUser)
+{
+    const std::string name = arguments[0];
     const std::string out = "/tmp/" + name + ".out";
     const std::string err = "/tmp/" + name + ".err";
     std::fflush(stdout);
@@ -88,19 +90,7 @@ void run(const std::string& name, const std::vector<std::string>& options, bool 
     require(child >= 0, "fork");
     if (child == 0) {
         try {
-            redirect(STDOUT_FILENO, out);
-            redirect(STDERR_FILENO, err);
-            if (asOrdinaryUser)
-                becomeOrdinaryUser();
-            std::vector<std::string> words{kProgram};
-            words.insert(words.end(), options.begin(), options.end());
-            std::vector<char*> arguments;
-            arguments.reserve(words.size() + 1);
-            for (auto& word : words)
-                arguments.push_back(word.data());
-            arguments.push_back(nullptr);
-            execv(kProgram, arguments.data());
-            require(false, kProgram);
+            become(arguments, out, err, asOrdinaryUser);
         } catch (const std::exception& wrong) {
             std::fprintf(stderr, "guest_init: %s\n", wrong.what());
         }
@@ -114,22 +104,24 @@ void run(const std::string& name, const std::vector<std::string>& options, bool 
     tell(name + ".exit", std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status)));
 }
 
-void doSteps(const std::vector<std::string>& words)
+/// Each step's words end where the next begins.
+void doSteps(const std::vector<char*>& words)
 {
     bool asOrdinaryUser = false;
     for (auto word = words.begin(); word != words.end();) {
         const std::string step = *word++;
-        std::vector<std::string> operands;
-        while (word != words.end() && word->front() != '+')
-            operands.push_back(*word++);
+        const auto end = std::find_if(word, words.end(), [](const char* next) { return *next == '+'; });
+        std::vector<char*> operands(word, end);
+        operands.push_back(nullptr);
+        word = end;
         if (step == "+sysfs")
             mountAt("/sys", "sysfs");
         else if (step == "+devices")
             mountAt("/dev", "devtmpfs");
         else if (step == "+user")
             asOrdinaryUser = true;
-        else if (step == "+run" && !operands.empty())
-            run(operands.front(), {operands.begin() + 1, operands.end()}, asOrdinaryUser);
+        else if (step == "+run" && operands.size() > 1)
+            run(operands.data(), asOrdinaryUser);
         else
             throw std::runtime_error("no such step: " + step);
     }

@@ -56,9 +56,7 @@ TEST(Driver, WithoutVerboseElevenTypesRemain)
 bool decodesVendor(unsigned char vendorType, const char* vendor)
 {
     TableBuilder table;
-    auto& identity = table.add(vendorType, 0x0001, 0x08);
-    if (vendor != nullptr)
-        identity.text(0x04, vendor);
+    table.add(vendorType, 0x0001, 0x08).text(0x04, vendor);
     table.add(131, 0x0131, 0x0B).text(0x0A, "IBM System Metrics");
     table.add(208, 0x0208, 0x08);
     const auto uids = discover(table, {{"verbose", "false"}}).uids();
@@ -67,20 +65,14 @@ bool decodesVendor(unsigned char vendorType, const char* vendor)
 
 TEST(Driver, VendorsAreMatchedWithTheirCase)
 {
-    const struct
-    {
-        unsigned char type;
-        const char* vendor;
-        bool decoded;
-    } cases[] = {
-        {0, "IBM", true},       {0, "  IBM Corp. ", true}, {0, "LENOVO", true},
-        {0, "Lenovo", false},   {0, nullptr, false},       {0, "International Business", false},
-        {0, "Dell", false},     {1, "Dell Inc.", true},    {1, "DELL", false},
-        {1, "Alienware", true}, {1, "alienware", true},    {1, "ALIENWARE", false},
-        {1, nullptr, false},    {1, "LENOVO", false},
-    };
-    for (const auto& each : cases)
-        EXPECT_EQ(decodesVendor(each.type, each.vendor), each.decoded) << (each.vendor != nullptr ? each.vendor : "");
+    for (const char* vendor : {"IBM", "  IBM Corp. ", "LENOVO"})
+        EXPECT_TRUE(decodesVendor(0, vendor)) << vendor;
+    for (const char* vendor : {"Lenovo", "International Business", "Dell"})
+        EXPECT_FALSE(decodesVendor(0, vendor)) << vendor;
+    for (const char* vendor : {"Dell Inc.", "Alienware", "alienware"})
+        EXPECT_TRUE(decodesVendor(1, vendor)) << vendor;
+    for (const char* vendor : {"DELL", "ALIENWARE", "LENOVO"})
+        EXPECT_FALSE(decodesVendor(1, vendor)) << vendor;
     EXPECT_FALSE(decodesVendor(7, "IBM")) << "no identity structure at all";
 }
 

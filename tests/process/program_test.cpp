@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
+#include <regex>
 #include <sstream>
-#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace
@@ -127,34 +127,21 @@ TEST(Json, LinesHoldTheDevicesOfTheDocument)
     const auto document = parsed(program(sample("-f json")).output);
     std::istringstream lines(program(sample("-f ndjson")).output);
     std::string line;
-    rapidjson::SizeType count = 0;
-    for (; std::getline(lines, line); ++count)
-        EXPECT_EQ(parsed(line), document["devices"][count]);
-    EXPECT_EQ(count, document["devices"].Size());
-    EXPECT_GT(count, 60u);
+    for (const auto& device : document["devices"].GetArray()) {
+        std::getline(lines, line);
+        EXPECT_EQ(parsed(line), device);
+    }
+    EXPECT_FALSE(std::getline(lines, line));
 }
 
-TEST(Json, WhateverTheTableIsTheDocumentIsValid)
+TEST(Json, WhateverTheFileIsTheDocumentIsValid)
 {
-    const auto sampleBytes = tests::readBytes(kSample);
-    TableBuilder manyHandles;
-    manyHandles.add(5, 0x0001, 0x0F).put(byte(0x0E), 0xFF);
-    TableBuilder hostile;
-    hostile.add(11, 0x0001, 0x05).put(byte(0x04), 3).string("\x1B[2J").string("\xFF\xFE\xED\xA0\x80").string("\"\\");
     TableBuilder longText;
     longText.add(10, 0x0001, 0x06).text(0x05, std::string(1 << 20, 'x'));
-    TableBuilder shortLength;
-    shortLength.add(1, 0x0001, 0x1B).put(byte(0x01), 3);
     const std::pair<const char*, Bytes> cases[] = {
         {"empty", {}},
-        {"one byte", {0x00}},
         {"zeros", Bytes(1 << 20)},
         {"ones", Bytes(1 << 20, 0xFF)},
-        {"an entry point alone", Bytes(sampleBytes.begin(), sampleBytes.begin() + 0x18)},
-        {"cut in a structure", Bytes(sampleBytes.begin(), sampleBytes.begin() + 0x30)},
-        {"a length of less than a header", shortLength.dump32(2, 7)},
-        {"255 handles behind the end", manyHandles.windowsBlock(3, 2, 0)},
-        {"texts for terminals", hostile.structures()},
         {"a text of 1 MB", longText.structures()},
     };
     const TemporaryFolder folder;
@@ -298,26 +285,14 @@ TEST(Language, AnUnknownOneIsEnglish)
     EXPECT_NE(run.log.find("[2] language: there are no texts in xx_YY; English is used"), std::string::npos);
 }
 
-TEST(Language, ChangesNamesAndTextsAlone)
+TEST(Language, ChangesTextsAlone)
 {
-    auto english = parsed(program(sample("-f json")).output);
-    auto german =
-        parsed(shell("XDG_CONFIG_HOME=/nonexistent LC_ALL=de_AT.UTF-8 " PROGRAM " " + sample("-f json")).output);
-    ASSERT_EQ(english["devices"].Size(), german["devices"].Size());
-    unsigned names = 0;
-    for (rapidjson::SizeType i = 0; i < english["devices"].Size(); ++i) {
-        const auto& one = english["devices"][i];
-        const auto& other = german["devices"][i];
-        EXPECT_EQ(one["uid"], other["uid"]);
-        names += one["name"] != other["name"] ? 1u : 0u;
-        ASSERT_EQ(one["properties"].MemberCount(), other["properties"].MemberCount());
-        for (auto a = one["properties"].MemberBegin(), b = other["properties"].MemberBegin();
-             a != one["properties"].MemberEnd(); ++a, ++b) {
-            EXPECT_EQ(a->name, b->name);
-            EXPECT_TRUE(a->value == b->value || a->value.IsString() || a->value.IsArray()) << a->name.GetString();
-        }
-    }
-    EXPECT_GT(names, 50u);
+    const std::string run = "XDG_CONFIG_HOME=/nonexistent " PROGRAM " " + sample("-f ndjson");
+    const auto english = shell("LC_ALL=C " + run).output;
+    const auto german = shell("LC_ALL=de_AT.UTF-8 " + run).output;
+    EXPECT_NE(german.find(R"("name":"Gehäuse")"), std::string::npos);
+    const std::regex texts(R"re(([:[,])"(?!SMBIOS|0x)(\\.|[^"\\])*"(?=[\],}]))re"); // but for identifiers and numbers
+    EXPECT_EQ(std::regex_replace(german, texts, "$1"), std::regex_replace(english, texts, "$1"));
     EXPECT_NE(shell("LANG=zh_CN.GB18030 LC_ALL= LC_MESSAGES= " PROGRAM " --nonsense").output.find("没有选项"),
               std::string::npos);
 }
@@ -368,36 +343,24 @@ TEST(Text, ShowsTiersAsAsked)
     }
 }
 
-TEST(Saving, OthersReadTheSampleWithoutAWord)
+TEST(Saving, OthersReadASavedTableAsTheOriginal)
 {
-    if (shell("command -v dmidecode").exitCode != 0)
-        GTEST_SKIP() << "dmidecode is not installed";
-    const TemporaryFolder folder;
-    const auto saved = (folder / "saved.dmi").string();
-    program(sample("-o /dev/null -s SaveTable=" + saved));
-    const auto read = shell("dmidecode --from-dump " + saved);
-    EXPECT_EQ(read.log, "");
-    EXPECT_NE(read.output.find("Kvitnes D2 Workstation"), std::string::npos);
-}
-
-TEST(RealMachines, PrintValidDocumentsAndSaveDumpsThatOthersRead)
-{
-    const std::filesystem::path folder = SHARED_FOLDER "/tables";
-    if (!std::filesystem::exists(folder))
-        GTEST_SKIP() << "no real machines' tables beside the checkout";
     const bool haveDmidecode = shell("command -v dmidecode").exitCode == 0;
     const TemporaryFolder temporary;
     const auto saved = (temporary / "saved.dmi").string();
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        if (entry.path().extension() != ".dmi")
-            continue;
-        const auto first = program("-f json -s LoadTable=" + entry.path().string() + " -s SaveTable=" + saved);
-        EXPECT_GT(parsed(first.output)["devices"].Size(), 4u) << entry.path();
-        EXPECT_EQ(program("-f json -s LoadTable=" + saved).output, first.output) << entry.path();
-        if (haveDmidecode && contentOf(entry.path()).starts_with("_")) {
-            EXPECT_EQ(shell("dmidecode --from-dump " + saved).log,
-                      shell("dmidecode --from-dump " + entry.path().string()).log)
-                << "it complains of the saved table as of the original";
+    for (const std::filesystem::path folder : {MACHINES_FOLDER, SHARED_FOLDER "/tables"}) {
+        if (!std::filesystem::exists(folder))
+            continue; // real machines' tables, beside some checkouts only
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            const auto original = entry.path().string();
+            if (entry.path().extension() != ".dmi")
+                continue;
+            const auto first = program("-f json -s LoadTable=" + original + " -s SaveTable=" + saved);
+            EXPECT_GT(parsed(first.output)["devices"].Size(), 4u) << original;
+            EXPECT_EQ(program("-f json -s LoadTable=" + saved).output, first.output) << original;
+            if (haveDmidecode && contentOf(original).starts_with("_")) {
+                EXPECT_EQ(shell("dmidecode --from-dump " + saved).log, shell("dmidecode --from-dump " + original).log);
+            }
         }
     }
 }

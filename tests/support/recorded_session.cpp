@@ -7,9 +7,7 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
-#include <random>
-#include <stdexcept>
+#include <system_error>
 
 namespace tests
 {
@@ -33,11 +31,10 @@ private:
 
 TemporaryFolder::TemporaryFolder()
 {
-    const auto parent = std::filesystem::temp_directory_path();
-    std::random_device random;
-    do
-        path_ = parent / ("zorp-" + std::to_string(random()));
-    while (!std::filesystem::create_directory(path_));
+    std::string name = std::filesystem::temp_directory_path() / "zorp-XXXXXX";
+    if (mkdtemp(name.data()) == nullptr)
+        throw std::system_error(errno, std::generic_category(), name);
+    path_ = name;
 }
 
 TemporaryFolder::~TemporaryFolder()
