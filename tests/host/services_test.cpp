@@ -1,5 +1,6 @@
 // Texts, settings and logging.
 #include "services/settings.h"
+#include "services/utf8.h"
 #include "support/recorded_session.h"
 
 #include <gtest/gtest.h>
@@ -20,15 +21,34 @@ TEST(Strings, TrimDropsAsciiWhiteSpaceOnly)
 
 TEST(Strings, RemoveStaysInside)
 {
-    const struct
-    {
-        unsigned pos, count;
-        const char* expected;
-    } cases[] = {{2, 1, "L1Cache"}, {3, 100, "L1 "}, {8, 1, "L1 Cache"}, {100, 1, "L1 Cache"}};
-    for (const auto& each : cases) {
+    const auto removed = [](unsigned pos, unsigned count) {
         String text("L1 Cache");
-        text.remove(each.pos, each.count);
-        EXPECT_EQ(text.bytes(), each.expected);
+        text.remove(pos, count);
+        return text.bytes();
+    };
+    EXPECT_EQ(removed(2, 1), "L1Cache");
+    EXPECT_EQ(removed(3, 100), "L1 ");
+    EXPECT_EQ(removed(100, 1), "L1 Cache");
+}
+
+TEST(Utf8, EachMaximalIllFormedPartBecomesOneReplacement)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"\xFF\xFE", "\uFFFD\uFFFD"},
+        {"a\xC3", "a\uFFFD"},
+        {"\xE4\xB8z", "\uFFFDz"},
+        {"\xF0\x9F\x98z", "\uFFFDz"},
+        {"\xC0\x80", "\uFFFD\uFFFD"},
+        {"\xE0\x80\x80", "\uFFFD\uFFFD\uFFFD"},
+        {"\xED\xA0\x80", "\uFFFD\uFFFD\uFFFD"},
+        {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"\x80\xBF", "\uFFFD\uFFFD"},
+        {"\xF0\x9F\x98\x80", "\U0001F600"},
+    };
+    for (const auto& [text, expected] : cases) {
+        std::string shown;
+        embedded_host::services::appendPrintable(shown, text);
+        EXPECT_EQ(shown, expected);
     }
 }
 
@@ -101,7 +121,8 @@ TEST(Settings, ABadFileIsToldWithItsLineAndLeavesTheSettingsAsTheyWere)
             readSettings({{}, file});
             ADD_FAILURE() << content;
         } catch (const std::runtime_error& error) {
-            EXPECT_TRUE(std::string(error.what()).starts_with("settings file " + file.string() + ", " + place)) << error.what();
+            EXPECT_TRUE(std::string(error.what()).starts_with("settings file " + file.string() + ", " + place))
+                << error.what();
         }
     }
     EXPECT_EQ(setting("verbose.value"), "kept");

@@ -22,26 +22,14 @@ const char* lookUp(unsigned char type, unsigned offset, unsigned value, unsigned
 
 TEST(Texts, LookUps)
 {
-    const struct
-    {
-        unsigned char type;
-        unsigned offset, value;
-        unsigned char width, shift;
-        const char* expected;
-    } cases[] = {
-        {3, 0x05, 0x89, 1, 7, "Chassis lock is present"},
-        {3, 0x05, 0x89, 7, 0, "Laptop"},
-        {17, 0x12, 0x1A, 0, 0, "DDR4"},
-        {18, 0x04, 3, 0, 0, "OK"},
-        {0, 0x0A, 0, 0, 0, "Reserved"},
-        {0, 0x0A, 40, 0, 0, "Reserved"}, // reserved for the vendor: no text of its own
-        {17, 0x12, 0x7F, 0, 0, "Out of range"},
-        {17, 0x12, 0x11A, 0, 0, "Out of range"}, // not cut to a byte
-        {15, 0x0A, 0xC0, 0, 0, "BIOS Vendor/OEM-specific"},
-    };
-    for (const auto& each : cases)
-        EXPECT_STREQ(lookUp(each.type, each.offset, each.value, each.width, each.shift), each.expected);
-
+    EXPECT_STREQ(lookUp(3, 0x05, 0x89, 1, 7), "Chassis lock is present");
+    EXPECT_STREQ(lookUp(3, 0x05, 0x89, 7, 0), "Laptop");
+    EXPECT_STREQ(lookUp(17, 0x12, 0x1A), "DDR4");
+    EXPECT_STREQ(lookUp(18, 0x04, 3), "OK");
+    EXPECT_STREQ(lookUp(0, 0x0A, 40), "Reserved") << "for the vendor: no text of its own";
+    EXPECT_STREQ(lookUp(17, 0x12, 0x7F), "Out of range");
+    EXPECT_STREQ(lookUp(17, 0x12, 0x11A), "Out of range") << "not cut to a byte";
+    EXPECT_STREQ(lookUp(15, 0x0A, 0xC0), "BIOS Vendor/OEM-specific");
     EXPECT_EQ(lookUp(17, 0x0F, 1), nullptr) << "no table for the device set";
     EXPECT_EQ(lookUp(3, 0x05, 1), nullptr) << "no table for the whole byte";
     EXPECT_EQ(lookUp(17, 0x112, 0x1A), nullptr);
@@ -50,17 +38,14 @@ TEST(Texts, LookUps)
 
 TEST(Texts, KnownAndDefined)
 {
-    const struct
-    {
-        const char* text;
-        bool known, defined;
-    } cases[] = {{nullptr, false, false},    {"Reserved", false, false}, {"Out of range", false, false},
-                 {"Other", true, false},     {"Unknown", true, false},   {"None", true, false},
-                 {"Undefined", true, false}, {"USB", true, true},        {"other", true, true}};
-    for (const auto& each : cases) {
-        EXPECT_EQ(Smbios2_SysInfo::isKnownEnum(each.text), each.known);
-        EXPECT_EQ(Smbios2_SysInfo::isDefinedEnum(each.text), each.defined);
-    }
+    const auto isKnown = Smbios2_SysInfo::isKnownEnum;
+    const auto isDefined = Smbios2_SysInfo::isDefinedEnum;
+    for (const char* neither : std::initializer_list<const char*>{nullptr, "Reserved", "Out of range"})
+        EXPECT_TRUE(!isKnown(neither) && !isDefined(neither));
+    for (const char* known : {"Other", "Unknown", "None", "Undefined"})
+        EXPECT_TRUE(isKnown(known) && !isDefined(known)) << known;
+    for (const char* both : {"USB", "other"})
+        EXPECT_TRUE(isKnown(both) && isDefined(both)) << both;
 }
 
 TEST(Texts, AgreeWithTheStandardsTables)
