@@ -28,15 +28,6 @@ void write(const std::filesystem::path& folder, const std::string& name, const B
         }
 }
 
-void writeLayouts(const std::filesystem::path& folder, const std::string& name, const TableBuilder& table)
-{
-    write(folder, name + "-64", table.dump64(3, 2, 0));
-    write(folder, name + "-32", table.dump32(2, 7));
-    write(folder, name + "-legacy", table.dumpLegacy(2, 1));
-    write(folder, name + "-raw", table.structures());
-    write(folder, name + "-windows", table.windowsBlock(3, 2, 0));
-}
-
 /// One structure, with the two vendors whose own types count. Every byte is 1, so that every field is there and every
 /// handle is a child's.
 TableBuilder alone(unsigned char type)
@@ -67,7 +58,8 @@ int main(int argc, char* argv[])
             std::filesystem::create_directories(out / target);
         for (const auto& file : std::filesystem::directory_iterator(argv[1]))
             if (file.path().extension() == ".table")
-                writeLayouts(out, file.path().stem().string(), tests::readMachine(file.path()).table);
+                for (const auto& [layout, content] : tests::readMachine(file.path()).table.layouts())
+                    write(out, file.path().stem().string() + "-" + layout, content);
         for (unsigned type = 0; type < 256; ++type)
             if (type < 64 || type == 131 || type == 208)
                 write(out, "type-" + std::to_string(type), alone(static_cast<unsigned char>(type)).dump64(3, 2, 0));

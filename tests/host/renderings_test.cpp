@@ -18,7 +18,7 @@ TEST(Renderings, DiscreteMeasurements)
     };
     EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL8(), 0x0F), "0x0F");
     EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL8(), 0x100), "0x100");
-    EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL16(), 0x12345678), "0x12345678");
+    EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL16(), 0x123456789), "0x123456789");
     EXPECT_EQ(shown(OrbUnitType::HEXADECIMAL64(), ~std::uint64_t{0}), "0xFFFFFFFFFFFFFFFF");
     EXPECT_EQ(shown(OrbUnitType::BYTES(), 0), "0 B");
     EXPECT_EQ(shown(OrbUnitType::BYTES(), 1023), "1023 B");
@@ -32,7 +32,7 @@ TEST(Renderings, DiscreteMeasurements)
     // 2^53 + 1 and its likes: the quotient is rounded once, not the number first.
     EXPECT_EQ(shown(OrbUnitType::WATTS(), 9007199254740993, OrbUnitMagnitude::BASEUNIT()), "9007199254740992 W");
     EXPECT_EQ(shown(OrbUnitType::HERTZ(), 9007199254740993, OrbUnitMagnitude::MILLI()), "9007199254740993024 mHz");
-    EXPECT_EQ(shown(OrbUnitType::WATTS(), 18014398509481985, OrbUnitMagnitude::KILO()), "18014398509481.98 kW");
+    EXPECT_EQ(shown(OrbUnitType::WATTS(), 10582057716445789124u, OrbUnitMagnitude::KILO()), "10582057716445790 kW");
 }
 
 TEST(Renderings, NonDiscreteMeasurements)

@@ -5,7 +5,6 @@
 #include "support/machine_text.h"
 #include "support/output_rules.h"
 #include "support/recorded_session.h"
-#include "table/image.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -32,15 +31,15 @@ tests::Recorded discoverSoundly(const Bytes& image)
     return recorded;
 }
 
-/// Where the structures of a sound table end, by handle.
-std::map<std::string, std::size_t> ends(const Bytes& table)
+/// Where each structure ends, by the identifier of its first device.
+std::map<std::string, std::size_t> ends(const tests::TableBuilder& table)
 {
     std::map<std::string, std::size_t> found;
-    for (std::size_t start = 0; start < table.size();) {
-        const auto end = *embedded_host::table::endOfStrings(table, start + table[start + 1]);
-        const auto handle = embedded_host::table::littleEndian(table, start + 2, 2);
-        found[lum::SprintfFormat("0x%04X", static_cast<unsigned>(handle)).bytes()] = end;
-        start = end;
+    std::size_t end = 0;
+    for (const auto& structure : table.all()) {
+        const auto bytes = structure.image();
+        end += bytes.size();
+        found[lum::SprintfFormat("SMBIOS:0x%02X%02X", bytes[3], bytes[2]).bytes()] = end;
     }
     return found;
 }
@@ -49,7 +48,7 @@ TEST(AnyBytes, ACutTakesOnlyWhatLiesBehindIt)
 {
     constexpr std::size_t kEntryPoint = 0x20;
     const auto dump = sample().dump64(3, 2, 0);
-    const auto structures = ends(Bytes(dump.begin() + kEntryPoint, dump.end()));
+    const auto structures = ends(sample());
     const auto whole = tests::discover(dump);
     for (std::size_t cut = 1; kEntryPoint + cut < dump.size(); cut += 3) {
         SCOPED_TRACE(cut);
@@ -57,8 +56,8 @@ TEST(AnyBytes, ACutTakesOnlyWhatLiesBehindIt)
         const auto textOfUncut = [&](const std::vector<DeviceRecord>& devices) {
             std::vector<DeviceRecord> uncut;
             std::ranges::copy_if(devices, std::back_inserter(uncut), [&](const DeviceRecord& device) {
-                const auto* handle = device.find("smbios2_hdr_handle"); // none for the root and for groups
-                return handle != nullptr && structures.at(handle->toString().lumString().bytes()) <= cut;
+                const auto structure = structures.find(device.uid);
+                return structure != structures.end() && structure->second <= cut;
             });
             return tests::inventoryText(uncut);
         };
@@ -90,9 +89,9 @@ Bytes mutated(Bytes bytes, std::mt19937& random)
 TEST(AnyBytes, MutatedTablesAreToldSoundly)
 {
     std::mt19937 random(20201);
-    const auto table = sample();
-    std::vector<Bytes> images{table.dump64(3, 2, 0), table.dump32(2, 7), table.dumpLegacy(2, 1), table.structures(),
-                              table.windowsBlock(3, 2, 0)};
+    std::vector<Bytes> images;
+    for (const auto& [layout, image] : sample().layouts())
+        images.push_back(image);
     if (const std::filesystem::path real = SHARED_FOLDER "/tables"; std::filesystem::exists(real))
         for (const auto& entry : std::filesystem::directory_iterator(real))
             images.push_back(tests::readBytes(entry.path()));

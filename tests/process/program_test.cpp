@@ -196,7 +196,6 @@ TEST(CommandLine, HelpAndVersion)
             examples += line.starts_with("  zorpsysinfosmbios2 ") ? 1u : 0u;
         }
         EXPECT_EQ(examples, 3u);
-        EXPECT_NE(help.find("--catalogue"), std::string::npos);
     }
     EXPECT_EQ(program("-h").output, program("--help").output);
     for (const char* option : {"-V", "--version"})
@@ -283,20 +282,6 @@ TEST(Text, ColoursAndWidthAreATerminals)
     }
     EXPECT_EQ(onTerminal("", "-o /dev/null"), "");
     EXPECT_EQ(program(sample("")).output.find('\x1B'), std::string::npos);
-}
-
-TEST(Text, AHostileStringCannotDriveTheTerminal)
-{
-    TableBuilder table;
-    table.add(1, 0x0001, 0x08)
-        .text(0x04, "\x1B]0;title\x07\xC2\x9B"
-                    "2J\r\n\xE2\x80\xAE"
-                    "txt\xFF");
-    const TemporaryFolder folder;
-    const auto output = program("-s LoadTable=" + folder.file("t", table.structures()).string()).output;
-    EXPECT_NE(output.find("\\x1B]0;title\\x07\\x9B2J\\x0D\\n\\u202Etxt\uFFFD"), std::string::npos) << output;
-    for (const char c : output)
-        EXPECT_TRUE(c == '\n' || static_cast<unsigned char>(c) >= 0x20);
 }
 
 TEST(Text, ShowsTiersAsAsked)

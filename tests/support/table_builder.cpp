@@ -117,16 +117,11 @@ Bytes TableBuilder::dump64(unsigned char major, unsigned char minor, unsigned ch
 
 Bytes TableBuilder::dump32(unsigned char major, unsigned char minor) const
 {
-    std::size_t largest = 0;
-    for (const StructureBuilder& structure : structures_)
-        largest = std::max(largest, structure.image().size());
-
     Bytes entryPoint = anchor("_SM_", 0x10);
     append(entryPoint, intermediateEntryPoint(major, minor));
     put(entryPoint, byte(0x05), entryPoint.size());
     put(entryPoint, byte(0x06), major);
     put(entryPoint, byte(0x07), minor);
-    put(entryPoint, word(0x08), largest);
     mend(entryPoint, 0, entryPoint.size(), 0x04);
     return dump(entryPoint, structures());
 }
@@ -158,6 +153,16 @@ Bytes TableBuilder::windowsBlock(unsigned char major, unsigned char minor, unsig
     put(block, dword(0x04), table.size());
     append(block, table);
     return block;
+}
+
+std::map<std::string, Bytes> TableBuilder::layouts() const
+{
+    return {{"64", dump64(3, 2, 0)},
+            {"32", dump32(2, 7)},
+            {"legacy", dumpLegacy(2, 1)},
+            {"raw", structures()},
+            {"windows", windowsBlock(3, 2, 0)},
+            {"windows-older", windowsBlock(2, 7, 0)}};
 }
 
 } // namespace tests

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -93,6 +94,9 @@ public:
 
     /// The RawSMBIOSData block that Windows returns.
     Bytes windowsBlock(unsigned char major, unsigned char minor, unsigned char revision) const;
+
+    /// All of these, by name.
+    std::map<std::string, Bytes> layouts() const;
 
 private:
     Bytes intermediateEntryPoint(unsigned char major, unsigned char minor) const;
