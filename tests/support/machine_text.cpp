@@ -112,7 +112,7 @@ Machine read(std::istream& lines, unsigned& lineNumber)
         else
             fail("not a statement between structures: " + statement);
         if (std::string more; words >> more)
-            fail("more than " + statement + " takes: " + more);
+            fail(statement.append(" has a word too many: ").append(more));
     }
     if (structure || !layout)
         fail("the last structure has no end, or there is no entry point");
