@@ -234,11 +234,13 @@ TEST(Output, AFileAppearsWholeOrNotAtAll)
 TEST(Output, ABrokenStandardOutputIsToldOnStandardError)
 {
     const TemporaryFolder folder;
-    const auto arguments = "-f json -s LoadTable=" + folder.file("t", largeTable()).string();
-    const std::pair<const char*, const char*> cases[] = {
-        {" >/dev/full", "No space left on device"}, {" >&-", "Bad file descriptor"}, {" | true", "Broken pipe"}};
-    for (const auto& [redirection, reason] : cases) {
-        const auto run = program(arguments + redirection);
+    const auto large = "-f json -s LoadTable=" + folder.file("t", largeTable()).string();
+    const std::pair<std::string, const char*> cases[] = {{large + " >/dev/full", "No space left on device"},
+                                                         {"--version >/dev/full", "No space left on device"},
+                                                         {"--version >&-", "Bad file descriptor"},
+                                                         {large + " | true", "Broken pipe"}};
+    for (const auto& [command, reason] : cases) {
+        const auto run = program(command);
         EXPECT_NE(run.log.find("[5] output: cannot write standard output: " + std::string(reason)), std::string::npos)
             << run.log;
         EXPECT_EQ(run.exitCode, 0);
