@@ -50,6 +50,7 @@ const Row kRows[] = {
 
     // enclosures: bit 7, the lock, does not count
     {"enclosure_0_is_a_desktop", s(3, 0x06), "ChassisType", "Desktop"},
+    {"an_unknown_enclosure_is_no_desktop", s(3, 0x06).put(byte(0x05), 0x82), "ChassisType", "Other"},
     {"a_portable_is_a_laptop", s(3, 0x06).put(byte(0x05), 0x08), "ChassisType", "Laptop"},
     {"a_locked_laptop_is_a_laptop", s(3, 0x06).put(byte(0x05), 0x89), "ChassisType", "Laptop"},
     {"a_hand_held_is_a_laptop", s(3, 0x06).put(byte(0x05), 0x0B), "ChassisType", "Laptop"},
