@@ -211,7 +211,8 @@ TEST(Settings, ComeFromTheFileTheFoldersAndTheCommandLine)
     EXPECT_GT(few, 5u);
     EXPECT_EQ(devices(shell("XDG_CONFIG_HOME=" + folder.path().string() + " " PROGRAM " -f json")), few);
     EXPECT_GT(devices(program("-f json --set verbose=yes --settings " + named)), few);
-    EXPECT_TRUE(program("-s Verbose=no --settings " + named).log.starts_with("[3] settings: ")) << "by default";
+    EXPECT_NE(program("-s Verbose=no --settings " + named).log.find("[3] settings: "), std::string::npos)
+        << "by default";
 }
 
 TEST(Output, AFileAppearsWholeOrNotAtAll)
