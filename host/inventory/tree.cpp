@@ -2,6 +2,7 @@
 #include "tree.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace embedded_host::inventory
@@ -21,6 +22,22 @@ std::string_view nameOf(const DeviceRecord& device)
         return {};
     text.remove_prefix(kPrefix.size());
     return text.substr(0, text.find(':'));
+}
+
+/// The number in a name such as "0x00AB".
+std::optional<std::size_t> handleIn(std::string_view name)
+{
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    if (name.size() != 6 || !name.starts_with("0x"))
+        return std::nullopt;
+    std::size_t handle = 0;
+    for (const char character : name.substr(2)) {
+        const auto digit = kDigits.find(character);
+        if (digit == std::string_view::npos)
+            return std::nullopt;
+        handle = handle << 4 | digit;
+    }
+    return handle;
 }
 
 /// Hangs one device of every circle under the root.
@@ -44,6 +61,27 @@ void openCircles(std::vector<TreeNode>& tree)
 
 } // namespace
 
+void FirstByName::add(const std::string& name, std::size_t device)
+{
+    const auto handle = handleIn(name);
+    if (!handle) {
+        byText_.emplace(name, device);
+        return;
+    }
+    if (*handle >= byHandle_.size())
+        byHandle_.resize(*handle + 1, kNone);
+    if (byHandle_[*handle] == kNone)
+        byHandle_[*handle] = device;
+}
+
+std::size_t FirstByName::find(const std::string& name) const
+{
+    if (const auto handle = handleIn(name))
+        return *handle < byHandle_.size() ? byHandle_[*handle] : kNone;
+    const auto found = byText_.find(name);
+    return found != byText_.end() ? found->second : kNone;
+}
+
 void TreeBuilder::add(const DeviceRecord& device)
 {
     const std::size_t index = devices_.size();
@@ -52,8 +90,8 @@ void TreeBuilder::add(const DeviceRecord& device)
         links.parent = parent->toString().lumString().bytes();
     for (const auto& child : device.childBusIds)
         if (child.id && *child.id != links.name)
-            namedBy_.emplace(*child.id, index);
-    bornBy_.emplace(links.name, index);
+            namedBy_.add(*child.id, index);
+    bornBy_.add(links.name, index);
     devices_.push_back(std::move(links));
 }
 
@@ -61,10 +99,10 @@ std::size_t TreeBuilder::parentOf(std::size_t device) const
 {
     const auto& links = devices_[device];
     if (!links.ownParentOnly)
-        if (const auto named = namedBy_.find(links.name); named != namedBy_.end())
-            return named->second;
+        if (const auto named = namedBy_.find(links.name); named != FirstByName::kNone)
+            return named;
     const auto born = bornBy_.find(links.parent);
-    return born != bornBy_.end() && born->second != device ? born->second : kRoot;
+    return born != FirstByName::kNone && born != device ? born : kRoot;
 }
 
 std::vector<TreeNode> TreeBuilder::tree() const
