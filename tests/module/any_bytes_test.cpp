@@ -50,7 +50,7 @@ TEST(AnyBytes, ACutTakesOnlyWhatLiesBehindIt)
     const auto dump = sample().dump64(3, 2, 0);
     const auto structures = ends(sample());
     const auto whole = tests::discover(dump);
-    for (std::size_t cut = 1; kEntryPoint + cut < dump.size(); cut += 3) {
+    for (std::size_t cut = 1; kEntryPoint + cut < dump.size(); ++cut) {
         SCOPED_TRACE(cut);
         const auto end = dump.begin() + static_cast<std::ptrdiff_t>(kEntryPoint + cut);
         const auto textOfUncut = [&](const std::vector<DeviceRecord>& devices) {
