@@ -141,7 +141,6 @@ TEST(TableFiles, WhatIsNoTableIsRefused)
                                 "ELF\x02\x01" +
                                 std::string(200, '\0');
     const std::pair<const char*, Bytes> cases[] = {
-        {"empty", {}},
         {"text", Bytes(text.begin(), text.end())},
         {"program", Bytes(program.begin(), program.end())},
         {"checksum", spoilt(wide, 0x07)},
