@@ -88,6 +88,7 @@ const Row kRows[] = {
     {"a_double_bank_hides_no_marker", s(6, 0x0C).put(byte(0x09), 0xFD), "t6_installed_sz", "UNKNOWN"},
 
     // caches
+    {"the_highest_level_is_8", s(7, 0x13).put(word(0x05), 0x000F), "name", "L8 Cache"},
     {"the_levels_byte_suffices_for_a_name", s(7, 0x06).put(byte(0x05), 0x01), "name", "L2 Cache"},
     {"a_cache_too_short_for_a_level_has_none", s(7, 0x06).put(byte(0x05), 1).put(length, 5), "name", "L? Cache"},
     {"reserved_sram_bits_are_left_out", s(7, 0x0D).put(word(0x0B), 0x8021), "t7_supported_sram", "Other, Synchronous"},
@@ -173,7 +174,7 @@ const Row kRows[] = {
     {"without_connections_there_is_an_empty_list", s(30, 0x06), "t30_connections", ""},
 
     // management
-    {"a_threshold_never_filled_in_is_child_0", s(35, 0x0B).put(word(0x07), 0xFFFF), "children", "0x0000"},
+    {"links_never_filled_in_are_children_0", s(35, 0x0B), "children", "0x0000, 0x0000"},
     {"an_ipmi_revision_is_two_halves_of_a_byte", s(38, 0x10).put(byte(0x05), 0x9A), "t38_revision", "9.10"},
 
     // on-board devices of the later kind
