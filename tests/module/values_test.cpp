@@ -77,6 +77,8 @@ const Row kRows[] = {
     {"without_a_word_FFh_is_255_cores", s(4, 0x2A).put(byte(0x23), 0xFF), "t4_core_cnt", "255"},
 
     // the rest of a processor
+    {"a_clock_of_0_shows_0_Hz", s(4, 0x18), "t4_ext_clock", "0 Hz"},
+    {"a_maximum_speed_of_0_shows_0_Hz", s(4, 0x18), "t4_max_speed", "0 Hz"},
     {"missing_caches_are_no_children", s(4, 0x20).bytes(0x1A, {7, 0, 0xFF, 0xFF, 0xFE, 0xFF}), "children", "0x0007"},
 
     // memory controllers: the size is an exponent
@@ -102,12 +104,14 @@ const Row kRows[] = {
     {"a_slot_without_flags_has_an_empty_list", s(9, 0x0D), "t9_flags", ""},
     {"flags_behind_the_end_are_still_set", s(9, 0x0D).bytes(0x0B, {4, 1}).put(length, 0x0B), "set t9_flags",
      "Provides 3.3 volts, PCI slot supports Power Management Event (PME#) signal"},
+    {"a_slot_may_be_function_7", s(9, 0x11).bytes(0x0F, {3, 0xFF}), "t9_pci_function", "7"},
     {"a_slot_may_be_device_31", s(9, 0x11).bytes(0x0F, {3, 0xFF}), "t9_pci_device", "31"},
 
     // string lists, languages and groups
     {"without_oem_strings_there_is_no_list", s(11, 0x05).put(byte(0x04), 1), "t11_oemstrings", "(absent)"},
     {"without_languages_there_is_an_empty_list", s(13, 0x05).put(byte(0x04), 1), "t13_languages", ""},
     {"no_more_oem_strings_than_counted", s(11, 0x05).put(byte(0x04), 1).string("a").string("b"), "t11_oemstrings", "a"},
+    {"no_more_languages_than_counted", s(13, 0x05).put(byte(0x04), 1).string("a").string("b"), "t13_languages", "a"},
     {"a_string_count_behind_the_end_counts", s(11, 0x05).put(byte(0x04), 1).string("a").put(length, 4),
      "t11_oemstrings", "\1a"}, // the count is now part of the text
     {"the_languages_format_is_bit_7", s(13, 0x06).put(byte(0x05), 0x80), "t13_flags_msk1_srt7", "Abbreviated format"},
@@ -117,6 +121,8 @@ const Row kRows[] = {
     // memory arrays: 80000000h refers to the extended capacity
     {"capacity_80000000h_is_extended", s(16, 0x17).put(dword(0x07), 0x80000000).put(qword(0x0F), 1ull << 40),
      "t16_max_sz", "1 TB"},
+    {"capacity_80000001h_is_not_extended", s(16, 0x17).put(dword(0x07), 0x80000001).put(qword(0x0F), 1ull << 40),
+     "t16_max_sz", "2 TB"},
     {"an_extended_capacity_of_0_is_shown", s(16, 0x17).put(dword(0x07), 0x80000000), "t16_max_sz", "0 B"},
     {"an_extended_capacity_behind_the_end_is_none",
      s(16, 0x17).put(dword(0x07), 0x80000000).put(qword(0x0F), 1ull << 40).put(length, 0x0F), "t16_max_sz", "2 TB"},
