@@ -258,6 +258,15 @@ TEST(LiveTable, NoneAndABrokenOneAreToldApart)
     EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_MALFORMED);
 }
 
+TEST(LiveTable, TheMachinesMemoryIsReadFromACharacterDeviceOnly)
+{
+    const Firmware firmware;
+    firmware.folder().file("mem", Bytes(0x100000));
+    const auto log = tests::discover(tests::Settings{}).messages("Smbios2");
+    ASSERT_EQ(log.size(), 1u);
+    EXPECT_TRUE(log[0].ends_with("mem: No such device")) << log[0];
+}
+
 TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
 {
     using embedded_host::table::scanForEntryPoint;
