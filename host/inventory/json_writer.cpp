@@ -48,7 +48,7 @@ char* quote(std::string_view text, char* out)
         text.remove_prefix(plain);
         if (text.empty())
             break;
-        out = std::ranges::copy(written(services::takeCharacter(text).code), out).out;
+        out = std::ranges::copy(written(services::takeCharacter(text)), out).out;
     }
     *out++ = '"';
     return out;

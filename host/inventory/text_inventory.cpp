@@ -79,9 +79,9 @@ std::vector<std::string_view> wrapped(std::string_view text, std::size_t columns
         std::size_t behindBlank = 0;
         while (!rest.empty()) {
             std::string_view next = rest;
-            const auto character = services::takeCharacter(next);
-            used += services::columnsOf(character.code);
-            if (character.code == ' ' && used <= columns + 1)
+            const char32_t code = services::takeCharacter(next);
+            used += services::columnsOf(code);
+            if (code == ' ' && used <= columns + 1)
                 behindBlank = text.size() - next.size();
             if (used > columns)
                 break;

@@ -93,12 +93,11 @@ std::size_t plainPrefix(std::string_view text)
     return count;
 }
 
-Character takeCharacter(std::string_view& text)
+char32_t takeCharacter(std::string_view& text)
 {
     const auto take = [&](std::size_t count, char32_t code) {
-        const Character character{code, text.substr(0, count)};
         text.remove_prefix(count);
-        return character;
+        return code;
     };
 
     const auto first = static_cast<unsigned char>(text.front());
@@ -143,7 +142,7 @@ std::size_t columnsOf(std::string_view text)
         text.remove_prefix(plain);
         if (text.empty())
             return columns;
-        columns += columnsOf(takeCharacter(text).code);
+        columns += columnsOf(takeCharacter(text));
     }
 }
 
@@ -176,16 +175,16 @@ void appendPrintable(std::string& out, std::string_view text)
         text.remove_prefix(plain);
         if (text.empty())
             break;
-        const auto character = takeCharacter(text);
-        if (character.code == '\n') {
+        const char32_t code = takeCharacter(text);
+        if (code == '\n') {
             out += "\\n";
-        } else if (isObeyed(character.code)) {
+        } else if (isObeyed(code)) {
             std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), character.code < 0x100 ? "\\x%02X" : "\\u%04X",
-                          static_cast<unsigned>(character.code));
+            std::snprintf(escape.data(), escape.size(), code < 0x100 ? "\\x%02X" : "\\u%04X",
+                          static_cast<unsigned>(code));
             out += escape.data();
         } else {
-            appendUtf8(out, character.code);
+            appendUtf8(out, code);
         }
     }
 }

@@ -11,15 +11,8 @@ namespace embedded_host::services
 /// mark and backslash.
 std::size_t plainPrefix(std::string_view text);
 
-/// One character, and the bytes it was read from.
-struct Character
-{
-    char32_t code; ///< U+FFFD for a maximal ill-formed part
-    std::string_view bytes;
-};
-
-/// Takes the first character off a text that is not empty.
-Character takeCharacter(std::string_view& text);
+/// Takes the first character off a text that is not empty; U+FFFD for a maximal ill-formed part.
+char32_t takeCharacter(std::string_view& text);
 
 /// Whether a terminal would act on the character instead of showing it: controls, separators, and the marks that
 /// change the direction of the text around them.

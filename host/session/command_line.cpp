@@ -99,10 +99,18 @@ std::string checkLogLevel(const std::string& text)
     return good ? std::string() : message("\"%1\" is not a number from 1 to 5", text);
 }
 
-std::string checkSetting(const std::string& text)
+/// Name and value of NAME=VALUE; an empty name for any other text.
+std::pair<std::string, std::string> splitSetting(const std::string& text)
 {
     const auto sign = text.find('=');
-    const bool good = sign != std::string::npos && sign != 0;
+    if (sign == std::string::npos)
+        return {};
+    return {text.substr(0, sign), text.substr(sign + 1)};
+}
+
+std::string checkSetting(const std::string& text)
+{
+    const bool good = !splitSetting(text).first.empty();
     return good ? std::string() : message("\"%1\" is not NAME=VALUE", text);
 }
 
@@ -195,10 +203,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments)
         line.language = written.language;
     if (app.count("--settings") != 0)
         line.settings.file = platform::pathFromUtf8(written.settingsFile);
-    for (const auto& setting : written.settings) {
-        const auto sign = setting.find('=');
-        line.settings.given.emplace_back(setting.substr(0, sign), setting.substr(sign + 1));
-    }
+    std::ranges::transform(written.settings, std::back_inserter(line.settings.given), splitSetting);
     return line;
 }
 
