@@ -41,8 +41,9 @@ public:
 
     String operator+(const String& other) const
     {
-        String sum(*this);
-        sum.bytes_ += other.bytes_;
+        String sum;
+        sum.bytes_.reserve(bytes_.size() + other.bytes_.size());
+        sum.bytes_.append(bytes_).append(other.bytes_);
         return sum;
     }
 

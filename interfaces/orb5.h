@@ -19,7 +19,8 @@ class OrbString
 public:
     OrbString() = default;
     OrbString(const char* utf8) : text_(utf8) {}
-    OrbString(lum::String text) : text_(std::move(text)) {}
+    OrbString(const lum::String& text) : text_(text) {}
+    OrbString(lum::String&& text) : text_(std::move(text)) {}
 
     OrbString& operator+=(const OrbString& other)
     {
@@ -237,7 +238,7 @@ public:
     Value(double number, const DataType& type);
     explicit Value(const char* text) : held_(OrbString(text)) {}
     explicit Value(OrbString text) : held_(std::move(text)) {}
-    explicit Value(lum::String text) : held_(OrbString(std::move(text))) {}
+    explicit Value(lum::String text) : held_(std::in_place_type<OrbString>, std::move(text)) {}
     explicit Value(const OrbDiscreteMeasurement& measurement) : held_(measurement) {}
 
     /// Adds one element to a STRINGARRAY; throws on a value of another type.

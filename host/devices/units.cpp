@@ -137,9 +137,10 @@ int clamped(const Scale& scale, const OrbUnitMagnitude& magnitude)
     return std::clamp(magnitude.steps(), scale.smallest, scale.largest());
 }
 
-OrbString shown(const Scale& scale, int magnitude, const std::string& number)
+OrbString shown(const Scale& scale, int magnitude, std::string number)
 {
-    return lum::String(number + " " + scale.prefix(magnitude) + scale.unit);
+    number.append(" ").append(scale.prefix(magnitude)).append(scale.unit);
+    return lum::String(std::move(number));
 }
 
 } // namespace

@@ -33,7 +33,7 @@ struct Property : orb5::DeviceProperty
 /// A property on a device.
 struct HeldProperty
 {
-    HeldProperty(const Property* property, orb5::Value present) : declaration(property), value(std::move(present)) {}
+    HeldProperty(const Property* property, const orb5::Value& present) : declaration(property), value(present) {}
 
     const Property* declaration;
     orb5::Value value;

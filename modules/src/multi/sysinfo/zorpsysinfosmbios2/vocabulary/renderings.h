@@ -6,6 +6,7 @@
 #include "construction.h"
 #include "fields.h"
 
+#include <bit>
 #include <cstdlib>
 #include <memory>
 
@@ -83,10 +84,11 @@ inline orb5::Value emptyList() { return orb5::Value(orb5::DataType::STRINGARRAY(
 inline void appendKnownBits(orb5::Value& list, unsigned char type, unsigned offset, std::uint64_t bits)
 {
     using libsmbios2::Smbios2_SysInfo;
-    for (unsigned bit = 0; bit < 64; ++bit)
-        if ((bits >> bit & 1) != 0 &&
-            Smbios2_SysInfo::isKnownEnum(Smbios2_SysInfo::getEnumFieldString(type, offset, bit, 0, 0)))
+    for (; bits != 0; bits &= bits - 1) {
+        const auto bit = static_cast<unsigned>(std::countr_zero(bits));
+        if (Smbios2_SysInfo::isKnownEnum(Smbios2_SysInfo::getEnumFieldString(type, offset, bit, 0, 0)))
             list.append(Smbios2_SysInfo::getLocalizedEnumFieldString(type, offset, bit, 0, 0));
+    }
 }
 
 /// The texts of a bit field's set bits.
