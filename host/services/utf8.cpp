@@ -64,7 +64,14 @@ bool isIn(std::span<const Range> ranges, char32_t code)
     return std::ranges::any_of(ranges, [&](const Range& range) { return code >= range.first && code <= range.last; });
 }
 
-constexpr bool isPlain(char byte) { return byte >= 0x20 && byte < 0x7F && byte != '"' && byte != '\\'; }
+constexpr auto kPlain = [] {
+    std::array<bool, 256> plain{};
+    for (unsigned byte = 0x20; byte < 0x7F; ++byte)
+        plain[byte] = byte != '"' && byte != '\\';
+    return plain;
+}();
+
+constexpr bool isPlain(char byte) { return kPlain[static_cast<unsigned char>(byte)]; }
 
 /// isPlain of eight bytes at once. Each term has a byte's highest bit set when that byte is not plain; a carry out of
 /// one byte only sets bits above it, and then the answer is no already.
