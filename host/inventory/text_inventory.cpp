@@ -119,9 +119,11 @@ bool TextInventory::appendShown(const orb5::OrbString& value)
 {
     const std::string_view text = value.lumString().bytes();
     const bool missing = text == notInstalled_ || text == unknown_ || text == kUnknown;
-    text_ += missing ? "(" : "";
+    if (missing)
+        text_ += '(';
     services::appendPrintable(text_, text);
-    text_ += missing ? ")" : "";
+    if (missing)
+        text_ += ')';
     return missing;
 }
 
@@ -248,14 +250,21 @@ void TextInventory::writeBlock(std::string_view block, std::string_view branch, 
 void TextInventory::layOut(std::string_view line, std::string_view label, std::string_view left,
                            std::string_view beside)
 {
-    const auto style = looks_.colours ? styleOf(line.front()) : Style{};
-    const auto faint = looks_.colours ? kFaint : std::string_view();
-    const auto plain = looks_.colours ? kPlain : std::string_view();
+    const auto style = styleOf(line.front());
     const auto value = line.substr(line.find(kCell) + 1);
+    const auto paint = [&](std::string_view colour, std::string_view text) {
+        if (looks_.colours)
+            text_.append(colour).append(text).append(kPlain);
+        else
+            text_.append(text);
+    };
     const auto append = [&](std::string_view tree, std::string_view name, std::string_view text) {
-        text_.append(faint).append(tree).append(plain).append(style.left).append(name).append(plain);
-        if (!value.empty())
-            text_.append(kGap).append(style.right).append(text).append(plain);
+        paint(kFaint, tree);
+        paint(style.left, name);
+        if (!value.empty()) {
+            text_ += kGap;
+            paint(style.right, text);
+        }
         text_ += '\n';
     };
     if (looks_.columns == 0) {
