@@ -8,6 +8,7 @@
 #include "support/memory_file.h"
 #include "support/output_rules.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -22,9 +23,8 @@ void tryCommandLine(const std::string& text)
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);)
         arguments.push_back(line);
-    std::vector<const char*> pointers;
-    for (const auto& argument : arguments)
-        pointers.push_back(argument.c_str());
+    std::vector<const char*> pointers(arguments.size());
+    std::ranges::transform(arguments, pointers.begin(), [](const auto& argument) { return argument.c_str(); });
     try {
         orb5::SysInfoModule::setCmdLineArgs(static_cast<int>(pointers.size()), pointers.data());
     } catch (const orb5::OrbException& mistake) {
