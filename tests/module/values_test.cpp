@@ -102,8 +102,7 @@ const Row kRows[] = {
     // slots
     {"a_type_behind_the_end_names_no_slot", s(9, 0x09).put(byte(0x05), 0x06).put(length, 5), "name", "Slot"},
     {"a_slot_without_flags_has_an_empty_list", s(9, 0x0D), "t9_flags", ""},
-    {"flags_behind_the_end_are_still_set", s(9, 0x0D).bytes(0x0B, {4, 1}).put(length, 0x0B), "set t9_flags",
-     "Provides 3.3 volts, PCI slot supports Power Management Event (PME#) signal"},
+    {"flags_behind_the_end_are_dropped", s(9, 0x0D).bytes(0x0B, {4, 1}).put(length, 0x0C), "t9_flags", "(absent)"},
     {"a_slot_may_be_function_7", s(9, 0x11).bytes(0x0F, {3, 0xFF}), "t9_pci_function", "7"},
     {"a_slot_may_be_device_31", s(9, 0x11).bytes(0x0F, {3, 0xFF}), "t9_pci_device", "31"},
 

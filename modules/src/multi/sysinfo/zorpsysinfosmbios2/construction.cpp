@@ -1,4 +1,4 @@
-// Building devices: the seven shared operations.
+// Building devices: the shared operations.
 #include "construction.h"
 
 #include <cstdio>

@@ -141,12 +141,12 @@ void DiscoverSMBIOS()
 
     publishRoot();
 
-    const unsigned populateResult = Smbios2::instance().populateTable(false);
+    const auto populated = Smbios2::instance().populateTable(false);
     if (lum::String saveTablePath; readPath("SaveTable", saveTablePath))
         Smbios2::instance().saveTableToFile(saveTablePath);
 
     // Deliberate: a table from a file is decoded whatever populating it said.
-    if (tableFromPlatform && populateResult > 1) {
+    if (tableFromPlatform && populated > libsmbios2::POPULATE_TABLE_IN_MEMORY) {
         if (auto* logger = loggerFor(3))
             logger->log(3, LoggerStream() + "2655 " + "Could not populate the libSmbios2 table: " + errno);
         return;

@@ -5,7 +5,8 @@ namespace zorpsysinfosmbios2
 {
 
 /// Reads the settings, obtains the table, and publishes the root device and a device for every structure of a known
-/// type. Called by the framework, once for each discovery; keeps nothing from one call to the next.
+/// type. Called by the framework, once for each discovery; of one call's settings, only `filterTrivialStrings` lasts
+/// until the next that sets it.
 void DiscoverSMBIOS();
 
 } // namespace zorpsysinfosmbios2

@@ -1,4 +1,5 @@
-// The decoders, in the order in which the driver calls them. Each publishes a device for every structure of its type.
+// The decoders, in the order in which the driver calls them. Each publishes the structures of its type, most
+// of them as one device each; ports, slots and the like also get a device for them all.
 #pragma once
 
 namespace zorpsysinfosmbios2

@@ -35,7 +35,7 @@ Value capacity(Structure s)
     return measured(OrbUnitType::WATTHOURS(), OrbUnitMagnitude::MILLI())(designed * multiplier);
 }
 
-/// The smart battery's packed date, where the text of the date is not given and the date is one.
+/// The smart battery's packed date, where no string is named for the date and the date is one.
 void addManufactureDate(StructureDevice& d, Structure s)
 {
     constexpr unsigned kFirstYear = 1980;
@@ -96,7 +96,7 @@ void DiscoverBattery()
 void DiscoverSystemReset()
 {
     // Deliberate: numbers, though the properties are declared as texts.
-    const auto count = unknownAt(0xFFFF, integer);
+    const auto count = unknownAt(0xFFFF, asInteger);
 
     forEachStructure(23, [&](Structure s, unsigned index) {
         StructureDevice d(s, "SystemReset", "System Reset", index);

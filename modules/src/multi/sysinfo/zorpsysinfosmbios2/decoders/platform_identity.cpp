@@ -17,7 +17,7 @@ namespace
 /// Major and minor in two bytes: "1.12".
 Value release(Structure s, unsigned offset)
 {
-    return Value(integer(s[byte(offset)]).toString() + "." + integer(s[byte(offset + 1)]).toString());
+    return Value(asInteger(s[byte(offset)]).toString() + "." + asInteger(s[byte(offset + 1)]).toString());
 }
 
 Value biosCharacteristics(Structure s)
@@ -118,7 +118,8 @@ void DiscoverBaseBoard()
         d.string(t2_asset_tag, byte(0x08));
         // Deliberate: every feature that the standard knows is listed, whichever bits are set.
         appendKnownBits(list, 2, 0x09, 0xFF);
-        d.setIf(s.has(byte(0x09)), t2_features, list);
+        if (s.has(byte(0x09)))
+            d.set(t2_features, list);
         d.string(t2_location, byte(0x0A));
         d.integer(t2_type_int, byte(0x0D));
         d.enumerated(t2_type, byte(0x0D));
@@ -145,7 +146,8 @@ void DiscoverEnclosure()
         d.string(t3_manufacturer, byte(0x04));
         d.enumerated(t3_type_msk1_srt7, byte(0x05).bits(1, 7));
         d.capability(DeviceCapability::Chassis());
-        d.setIf(s.has(byte(0x05)), ChassisType, chassisClass(s));
+        if (s.has(byte(0x05)))
+            d.set(ChassisType, chassisClass(s));
         d.enumerated(t3_type_msk7_srt0, byte(0x05).bits(7, 0));
         d.string(t3_version, byte(0x06));
         d.string(t3_serial, byte(0x07));

@@ -81,7 +81,9 @@ void DiscoverSlots()
         d.enumerated(t9_len, byte(0x08));
         d.show(t9_slotid, word(0x09), discrete(OrbUnitType::HEXADECIMAL16()));
         // Deliberate: both bytes are examined whatever the length; only the property is gated.
-        d.setIf(s.has(byte(0x0C)), t9_flags, slotFlags(s));
+        const auto flags = slotFlags(s);
+        if (s.has(byte(0x0C)))
+            d.set(t9_flags, flags);
         addPciLocation(d, s);
         slots.adopt(s);
         d.publish();

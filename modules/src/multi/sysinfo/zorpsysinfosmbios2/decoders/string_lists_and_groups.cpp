@@ -23,7 +23,7 @@ Value allStrings(Structure s)
     return list;
 }
 
-/// The same, but blank strings count as absent.
+/// The same, but blank strings count as absent where they are filtered.
 Value filteredStrings(Structure s)
 {
     auto list = emptyList();
@@ -38,7 +38,8 @@ void publishStrings(Structure s, StructureDevice d, orb5::DeviceProperty* proper
 {
     d.header();
     const auto strings = allStrings(s);
-    d.setIf(strings.stringArraySize() != 0, property, strings);
+    if (strings.stringArraySize() != 0)
+        d.set(property, strings);
     d.publish();
 }
 

@@ -14,7 +14,7 @@ namespace zorpsysinfosmbios2
 {
 
 /// A plain number.
-inline orb5::Value integer(unsigned raw) { return orb5::Value(static_cast<int>(raw)); }
+inline orb5::Value asInteger(unsigned raw) { return orb5::Value(static_cast<int>(raw)); }
 
 /// A handle as text.
 inline orb5::Value asHandle(unsigned raw) { return orb5::Value(handleText(raw)); }
@@ -22,7 +22,7 @@ inline orb5::Value asHandle(unsigned raw) { return orb5::Value(handleText(raw));
 /// A percentage as text, the number as it stands.
 inline orb5::Value percent(double raw) { return orb5::Value(orb5::Value(raw, orb5::DataType::PERCENT()).toString()); }
 
-/// The number formatted by a printf format that takes an int.
+/// The number, which fits an int, formatted by a printf format for one.
 inline auto formatted(const char* format)
 {
     return [format](unsigned raw) { return orb5::Value(lum::SprintfFormat(format, static_cast<int>(raw))); };
@@ -86,7 +86,8 @@ inline void appendKnownBits(orb5::Value& list, unsigned char type, unsigned offs
     using libsmbios2::Smbios2_SysInfo;
     for (; bits != 0; bits &= bits - 1) {
         const auto bit = static_cast<unsigned>(std::countr_zero(bits));
-        if (Smbios2_SysInfo::isKnownEnum(Smbios2_SysInfo::getEnumFieldString(type, offset, bit, 0, 0)))
+        const char* english = Smbios2_SysInfo::getEnumFieldString(type, offset, bit, 0, 0);
+        if (english != nullptr && Smbios2_SysInfo::isKnownEnum(english))
             list.append(Smbios2_SysInfo::getLocalizedEnumFieldString(type, offset, bit, 0, 0));
     }
 }

@@ -14,7 +14,7 @@ using orb5::Value;
 
 void StructureDevice::header()
 {
-    set(smbios2_hdr_type, zorpsysinfosmbios2::integer(s_.type()));
+    set(smbios2_hdr_type, asInteger(s_.type()));
     set(smbios2_hdr_len, Value(OrbDiscreteMeasurement(OrbUnitType::BYTES(), s_.length())));
     set(smbios2_hdr_handle, Value(OrbDiscreteMeasurement(OrbUnitType::HEXADECIMAL16(), s_.handle())));
 }

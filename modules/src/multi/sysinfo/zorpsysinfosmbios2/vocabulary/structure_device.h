@@ -10,7 +10,7 @@
 namespace zorpsysinfosmbios2
 {
 
-/// Handles from here up name nobody: FFFEh is "not provided", FFFFh "none".
+/// Handles from here up name no child: FFFEh is "not provided", FFFFh "none". Only the latter names no parent.
 constexpr std::uint16_t kNoChild = 0xFFFE;
 constexpr std::uint16_t kNoParent = 0xFFFF;
 
@@ -59,7 +59,7 @@ public:
     template <class T>
     void integer(orb5::DeviceProperty* property, Field<T> field)
     {
-        show(property, field, zorpsysinfosmbios2::integer);
+        show(property, field, asInteger);
     }
 
     template <class T>
