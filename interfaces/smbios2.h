@@ -74,7 +74,8 @@ public:
     /// lies therefore need no bounds of their own.
     int readStructure(unsigned char type, const void** out, unsigned int index);
 
-    /// The SMBIOS version: major in bits 31 to 24, minor in 23 to 16. 0x03000000 for a table without entry point.
+    /// The SMBIOS version: major in bits 31 to 24, minor in 23 to 16, revision in 15 to 8. 0x03000000 for a table that
+    /// came without one; 0 without a table.
     unsigned int getVersion() const;
 
     /// The version as text: "2.7", "3.1.1", "3.0 (assumed)".
@@ -104,7 +105,7 @@ public:
     /// is 0 or beyond the set.
     static const char* getString(const type_hdr* structure, unsigned char number);
 
-    /// The English text; "Reserved" for a value that the standard reserves, "Out of range" for any other value
+    /// The English text; "Reserved" for a value that the standard names so, "Out of range" for any other value
     /// without a text; null when there is no table for this field. Valid for the process's life.
     static const char* getEnumFieldString(const unsigned char& type, const unsigned int& offset,
                                           const unsigned int& value, unsigned char width, unsigned char shift);

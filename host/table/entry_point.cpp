@@ -53,6 +53,13 @@ constexpr const char* kWrongLength = translatable("the length byte of its %1 ent
 constexpr const char* kCutShort = translatable("its %1 entry point is cut short");
 constexpr const char* kWrongChecksum = translatable("the checksum of its %1 entry point is wrong");
 
+/// A reserved byte, 0 in what firmware makes. Our own dumps tell there in which form their version is shown when it
+/// did not come from a 64-bit entry point.
+constexpr std::size_t kFormMark = 0x0B;
+
+bool isTwoPart(const Version& version) { return version.major == 2 && version.revision == 0; }
+bool isAssumed(const Version& version) { return version.number() == Version().number(); }
+
 EntryPointReading fault(std::string text) { return {std::nullopt, std::move(text)}; }
 
 EntryPoint taken(View bytes, std::size_t length, Version version)
@@ -74,10 +81,10 @@ EntryPointReading read64(View bytes)
     if (sumOf(bytes.first(length)) != 0)
         return fault(message(kWrongChecksum, "_SM3_"));
     auto entryPoint = taken(bytes, length, {bytes[0x07], bytes[0x08], bytes[0x09], Version::Form::ThreePart});
-    // Revision 0 of the entry point is nobody's: our own dumps mark with it a version that was assumed.
-    if (bytes[0x0A] == 0 && entryPoint.version.major == 3 && entryPoint.version.minor == 0 &&
-        entryPoint.version.revision == 0)
-        entryPoint.version.form = Version::Form::Assumed;
+    const Version::Form marked{bytes[kFormMark]};
+    if ((marked == Version::Form::TwoPart && isTwoPart(entryPoint.version)) ||
+        (marked == Version::Form::Assumed && isAssumed(entryPoint.version)))
+        entryPoint.version.form = marked;
     entryPoint.tableLength = static_cast<std::uint32_t>(littleEndian(bytes, 0x0C, 4));
     entryPoint.tableAddress = littleEndian(bytes, 0x10, 8);
     return {entryPoint, {}};
@@ -162,6 +169,11 @@ Version Version::corrected() const
     return version;
 }
 
+std::string EntryPointReading::faultOfEntryPoint() const
+{
+    return fault.empty() ? services::message("it is no entry point") : fault;
+}
+
 EntryPointReading readEntryPoint(View bytes)
 {
     if (startsWith(bytes, kAnchor64))
@@ -232,7 +244,8 @@ Bytes dumpEntryPoint(const Version& version, std::size_t tableLength, std::size_
         made.bytes[0x07] = version.major;
         made.bytes[0x08] = version.minor;
         made.bytes[0x09] = version.revision;
-        made.bytes[0x0A] = version.form == Version::Form::Assumed ? 0 : 1;
+        made.bytes[0x0A] = 1; // revision of the entry point
+        made.bytes[kFormMark] = static_cast<unsigned char>(version.form);
     }
     return dumpEntryPoint(made, tableLength);
 }

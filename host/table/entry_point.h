@@ -20,10 +20,11 @@ std::uint64_t littleEndian(View bytes, std::size_t offset, std::size_t width);
 /// An SMBIOS version, and in which form its source tells it.
 struct Version
 {
-    enum class Form {
-        TwoPart,   ///< 32-bit entry points: "2.7"
-        ThreePart, ///< 64-bit entry points: "3.1.1"
-        Assumed,   ///< no entry point at all: "3.0 (assumed)"
+    /// Dumps hold these numbers.
+    enum class Form : unsigned char {
+        ThreePart = 0, ///< 64-bit entry points and Windows blocks of version 3: "3.1.1"
+        TwoPart = 1,   ///< 32-bit and legacy entry points, older Windows blocks: "2.7"
+        Assumed = 2,   ///< no version at all: "3.0 (assumed)"
     };
 
     unsigned char major = 3;
@@ -54,6 +55,9 @@ struct EntryPointReading
 {
     std::optional<EntryPoint> entryPoint;
     std::string fault; ///< what is wrong when there is an anchor but no entry point; empty without an anchor
+
+    /// The fault of what should have been an entry point.
+    std::string faultOfEntryPoint() const;
 };
 
 /// Reads the entry point (_SM3_, _SM_ or _DMI_) that stands at the start of these bytes.

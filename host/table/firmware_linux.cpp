@@ -52,8 +52,7 @@ public:
         const auto path = folder_ / kEntryPointFile;
         auto reading = readEntryPoint(readKernelFile(path));
         if (!reading.entryPoint)
-            throw TableError::malformed(platform::utf8FromPath(path) + ": " +
-                                        (reading.fault.empty() ? message("it is no entry point") : reading.fault));
+            throw TableError::malformed(platform::utf8FromPath(path) + ": " + reading.faultOfEntryPoint());
         entryPoint_ = std::move(*reading.entryPoint);
     }
 
@@ -149,7 +148,10 @@ std::unique_ptr<FirmwareTable> findFirmwareTable()
         try {
             return std::make_unique<MemoryTable>(places.memory, places.systab);
         } catch (const TableError& noMemory) {
-            throw TableError(noMemory.result(), noMemory.error(), noCopy.what() + std::string("; ") + noMemory.what());
+            const auto causes = noCopy.what() + std::string("; ") + noMemory.what();
+            const bool none = noMemory.result() == libsmbios2::POPULATE_TABLE_NONE;
+            throw TableError(noMemory.result(), noMemory.error(),
+                             none ? message("%1; name a saved table with LoadTable", causes) : causes);
         }
     }
 }

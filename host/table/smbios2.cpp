@@ -39,7 +39,7 @@ std::optional<Version> currentVersion()
 
 void report(int priority, const std::string& message) { services::log(priority, "Smbios2", message); }
 
-void warn(const std::string& message) { report(3, message); }
+void warn(const std::string& message) { report(services::kWarning, message); }
 
 void silent(const std::string& /*message*/) {}
 
@@ -74,7 +74,7 @@ int Smbios2::isPresent()
         library.firmware = table::findFirmwareTable();
         return 1;
     } catch (const table::TableError& error) {
-        table::report(4, services::message("no SMBIOS table: %1", error.what()));
+        table::report(services::kError, services::message("no SMBIOS table: %1", error.what()));
         return 0;
     }
 }
@@ -85,6 +85,8 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
     if (library.current && (library.fromFile || !refresh))
         return POPULATE_TABLE_IN_MEMORY;
     try {
+        if (refresh)
+            library.firmware.reset();
         if (!library.firmware)
             library.firmware = table::findFirmwareTable();
         auto raw = library.firmware->read();
@@ -94,7 +96,8 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
         return POPULATE_TABLE_READ;
     } catch (const table::TableError& error) {
         library.image.reset();
-        table::report(4, services::message("cannot read the SMBIOS table: %1", error.what()));
+        library.current = false;
+        table::report(services::kError, services::message("cannot read the SMBIOS table: %1", error.what()));
         errno = error.error();
         return error.result();
     }
@@ -110,8 +113,8 @@ bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
         library.image.emplace(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), remarks);
         library.current = true;
         library.fromFile = true;
-    } catch (const table::TableError& error) {
-        table::report(4, error.what());
+    } catch (const std::runtime_error& error) {
+        table::report(services::kError, error.what());
     }
     return library.current;
 }
@@ -125,7 +128,7 @@ bool Smbios2::saveTableToFile(const lum::String& path)
         table::writeDump(*image, platform::pathFromUtf8(path.bytes()));
         return true;
     } catch (const std::runtime_error& error) {
-        table::report(4, error.what());
+        table::report(services::kError, error.what());
         return false;
     }
 }

@@ -41,15 +41,21 @@ std::string cutShort(const std::string& name, std::size_t held, std::uint64_t an
     return message("%1: holds %2 of the table's %3 bytes; read as far as it goes", name, held, announced);
 }
 
+/// Whether the table that the entry point describes begins inside the file. A table without any structure needs no
+/// place; saving one makes such a file.
+bool hasPlaceFor(const EntryPoint& entryPoint, View file)
+{
+    return entryPoint.tableLength == 0 || entryPoint.tableAddress < file.size();
+}
+
 RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
 {
-    // A table without any structure needs no place; saving one makes such a file.
-    if (entryPoint.tableLength == 0)
-        return joined(std::move(entryPoint), {});
-    if (entryPoint.tableAddress >= file.size())
+    if (!hasPlaceFor(entryPoint, file))
         throw TableError::malformed(
             message("%1: its entry point places the table at offset %2, but the file has only %3 bytes", name,
                     entryPoint.tableAddress, file.size()));
+    if (entryPoint.tableLength == 0)
+        return joined(std::move(entryPoint), {});
     const View rest = file.subspan(static_cast<std::size_t>(entryPoint.tableAddress));
     // The length of a 64-bit entry point is an upper bound; only the others promise it.
     if (entryPoint.structures != 0 && rest.size() < entryPoint.tableLength)
@@ -65,8 +71,7 @@ std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, c
     try {
         auto reading = readEntryPoint(platform::readFile(path, kLargestFile));
         if (!reading.entryPoint)
-            remarks(message("%1: not used, %2", name,
-                            reading.fault.empty() ? message("it is no entry point") : reading.fault));
+            remarks(message("%1: not used, %2", name, reading.faultOfEntryPoint()));
         return reading.entryPoint;
     } catch (const std::system_error& error) {
         if (error.code() != std::errc::no_such_file_or_directory)
@@ -85,9 +90,10 @@ std::string refusalToReplace(const std::filesystem::path& path)
     if (status.type() == std::filesystem::file_type::not_found)
         return {};
     if (!is_regular_file(status))
-        return error ? error.message() : message("it is not a regular file");
+        return error ? reason(std::system_error(error)) : message("it is not a regular file");
     try {
-        if (readEntryPoint(platform::readFile(path, kLargestFile)).entryPoint)
+        const auto file = platform::readFile(path, kLargestFile);
+        if (const auto found = readEntryPoint(file).entryPoint; found && hasPlaceFor(*found, file))
             return {};
         return message("it exists and is not an SMBIOS dump");
     } catch (const std::system_error& unreadable) {
@@ -121,12 +127,11 @@ RawTable readWindowsBlock(View block, const std::string& name, const Remarks& re
     return {copied(cut(table, announced)), version.corrected(), std::nullopt};
 }
 
-RawTable readTableFile(const std::filesystem::path& path, const Remarks& remarks)
+RawTable readTableFile(const std::filesystem::path& given, const Remarks& remarks)
 {
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored))
-        return readTableFile(path / kTableFile, remarks);
-
+    const bool isFolder = std::filesystem::is_directory(given, ignored);
+    const auto path = isFolder ? given / kTableFile : given;
     const auto name = platform::utf8FromPath(path);
     try {
         Bytes file = platform::readFile(path, kLargestFile);
@@ -135,12 +140,19 @@ RawTable readTableFile(const std::filesystem::path& path, const Remarks& remarks
             throw TableError::malformed(name + ": " + reading.fault);
         if (reading.entryPoint)
             return readDump(file, std::move(*reading.entryPoint), name, remarks);
-        if (looksLikeBlock(file))
+
+        // What a folder's entry point describes is a table, whatever it looks like.
+        std::optional<EntryPoint> beside;
+        if (isFolder)
+            beside = entryPointBeside(path, remarks);
+        if (!beside && looksLikeBlock(file))
             return readWindowsBlock(file, name, remarks);
-        if (!looksLikeTable(file))
+        if (!beside && !looksLikeTable(file))
             throw TableError::malformed(message("%1: is not an SMBIOS table in any known layout", name));
-        if (auto entryPoint = entryPointBeside(path, remarks))
-            return joined(std::move(*entryPoint), std::move(file));
+        if (!isFolder)
+            beside = entryPointBeside(path, remarks);
+        if (beside)
+            return joined(std::move(*beside), std::move(file));
         return {std::move(file), Version(), std::nullopt};
     } catch (const std::system_error& error) {
         throw TableError::unreadable(error, name);

@@ -91,6 +91,7 @@ TEST(TableFiles, EveryLayoutIsToldByItsContent)
         unsigned number;
     } cases[] = {
         {"64-bit", table.dump64(3, 1, 1), "3.1.1", 0x03010100},
+        {"64-bit 3.0.0", table.dump64(3, 0, 0), "3.0.0", 0x03000000},
         {"64-bit, table farther on", with(shifted, 0x10, {0x50}), "3.1.1", 0x03010100},
         {"64-bit entry point of an older version", table.dump64(2, 8, 0), "2.8.0", 0x02080000},
         {"32-bit", table.dump32(2, 7), "2.7", 0x02070000},
@@ -126,6 +127,9 @@ TEST(TableFiles, AFolderOrARawTableTakesTheEntryPointBesideIt)
     folder.file("smbios_entry_point", Bytes(dump.begin(), dump.begin() + 0x18));
     EXPECT_EQ(version(folder.path()), "3.4.0");
     EXPECT_EQ(version(raw), "3.4.0");
+    folder.file("DMI", tests::TableBuilder().end().structures());
+    EXPECT_EQ(version(folder.path()), "3.4.0") << "what the entry point describes needs no recognising";
+    folder.file("DMI", smallTable().structures());
     folder.file("smbios_entry_point", "_SM3_ but no more");
     EXPECT_EQ(version(raw), "3.0 (assumed)") << "what is not believed is not used";
 }
@@ -258,11 +262,31 @@ TEST(LiveTable, NoneAndABrokenOneAreToldApart)
     EXPECT_EQ(populate(), libsmbios2::POPULATE_TABLE_MALFORMED);
 }
 
+TEST(LiveTable, ARefreshReadsTheFirmwareAgain)
+{
+    const Firmware firmware;
+    auto& library = Smbios2::instance();
+    embedded_host::table::beginDiscovery();
+    firmware.offer(smallTable().dump64(3, 3, 0));
+    EXPECT_EQ(library.populateTable(false), libsmbios2::POPULATE_TABLE_READ);
+    firmware.offer(smallTable().dump64(3, 4, 0));
+    EXPECT_EQ(library.populateTable(false), libsmbios2::POPULATE_TABLE_IN_MEMORY);
+    EXPECT_EQ(library.getVersionString().bytes(), "3.3.0");
+    EXPECT_EQ(library.populateTable(true), libsmbios2::POPULATE_TABLE_READ);
+    EXPECT_EQ(library.getVersionString().bytes(), "3.4.0");
+    std::filesystem::remove(firmware.folder() / "smbios_entry_point");
+    EXPECT_EQ(library.populateTable(true), libsmbios2::POPULATE_TABLE_NONE);
+    EXPECT_EQ(library.populateTable(false), libsmbios2::POPULATE_TABLE_NONE) << "no table is in memory";
+}
+
 TEST(LiveTable, TheMachinesMemoryIsReadFromACharacterDeviceOnly)
 {
     const Firmware firmware;
+    auto log = tests::discover(tests::Settings{}).messages("Smbios2");
+    ASSERT_EQ(log.size(), 1u);
+    EXPECT_TRUE(log[0].ends_with("mem: No such file or directory; name a saved table with LoadTable")) << log[0];
     firmware.folder().file("mem", Bytes(0x100000));
-    const auto log = tests::discover(tests::Settings{}).messages("Smbios2");
+    log = tests::discover(tests::Settings{}).messages("Smbios2");
     ASSERT_EQ(log.size(), 1u);
     EXPECT_TRUE(log[0].ends_with("mem: No such device")) << log[0];
 }
@@ -312,15 +336,21 @@ TEST(LiveTable, DiscoveriesOfOneProcessLeaveNothingBehind)
 
 TEST(Saving, ASavedTableLoadsToTheSameDevices)
 {
-    const auto table = smallTable();
-    for (const auto& [layout, content] : table.layouts()) {
+    auto contents = smallTable().layouts();
+    auto large = smallTable();
+    large.add(11, 0x0B, 0x05).put(byte(0x04), 1).string(std::string(0x10000, 'x'));
+    contents["older Windows block that no 32-bit entry point can describe"] = large.windowsBlock(2, 7, 0);
+    auto odd = smallTable().dump64(3, 0, 0);
+    odd[0x0A] = 0;
+    tests::mend(odd, 0, 0x18, 0x05);
+    contents["64-bit with an entry point revision of 0"] = odd;
+    for (const auto& [layout, content] : contents) {
         SCOPED_TRACE(layout);
         const TemporaryFolder folder;
         const auto saved = folder / "saved.dmi";
         const auto first = tests::discover(content, {{"SaveTable", saved.string()}});
         const auto second = tests::discover({{"LoadTable", saved.string()}});
         EXPECT_EQ(tests::inventoryText(first.devices), tests::inventoryText(second.devices));
-        EXPECT_EQ(readBytes(saved).size(), 0x20 + table.structures().size());
         struct stat status = {};
         ASSERT_EQ(stat(saved.c_str(), &status), 0);
         EXPECT_EQ(status.st_mode & 0777, 0600u);
@@ -335,11 +365,13 @@ TEST(Saving, WhatIsNoDumpIsNotOverwritten)
         return tests::discover(image, {{"SaveTable", target.string()}}).messages("Smbios2");
     };
     const auto text = folder.file("notes.txt", "important");
+    const auto bare = folder.file("smbios_entry_point", Bytes(image.begin(), image.begin() + 0x18));
     const auto dump = folder.file("old.dmi", smallTable().dump32(2, 7));
     const auto link = folder / "link.dmi";
     std::filesystem::create_symlink(dump, link);
     const std::pair<std::filesystem::path, const char*> refused[] = {
         {text, "overwritten, it exists and is not an SMBIOS dump"},
+        {bare, "overwritten, it exists and is not an SMBIOS dump"},
         {link, "overwritten, it is a symbolic link"},
         {folder.path(), "overwritten, it is not a regular file"},
         {folder.path() / "no" / "such.dmi", "written, No such file or directory"},
@@ -351,7 +383,7 @@ TEST(Saving, WhatIsNoDumpIsNotOverwritten)
 
     EXPECT_EQ(save(dump), std::vector<std::string>{}) << "a dump is replaced";
     EXPECT_EQ(readBytes(dump), image);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 3) << "nothing half-written stays";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 4) << "nothing half-written stays";
 }
 
 } // namespace

@@ -15,7 +15,7 @@ struct FirmwarePlaces
     std::filesystem::path memory = "/dev/mem";                 ///< where it is read, and searched where nobody tells
 };
 
-/// The places that the next discovery looks at; they may be changed.
+/// The places that the next discovery looks at; they may be changed. Programs for other systems have none.
 FirmwarePlaces& firmwarePlaces();
 
 } // namespace embedded_host
