@@ -37,7 +37,6 @@ inline constexpr std::string_view kHeadlines[] = {
     "t28_description",
     "t29_description",
     "t34_description",
-    "t35_description",
     "t39_location",
     "t39_name",
 };

@@ -1,4 +1,4 @@
-// Printing the tree.
+// Printing the tree, and the declarations.
 #include "text_inventory.h"
 
 #include "categories.h"
@@ -195,13 +195,13 @@ void TextInventory::take(DeviceRecord&& device)
     for (const auto& property : device.properties)
         if (labels_[property.declaration->index].shown)
             appendRows(property, labelColumns);
-    blocks_.push_back(text_);
+    blocks_.add(text_);
     tree_.add(device);
 }
 
 void TextInventory::end()
 {
-    if (blocks_.empty())
+    if (blocks_.size() == 0)
         return;
     const auto tree = tree_.tree();
     std::array<std::string, kDeepestIndent + 1> beside; // the lines of the tree left of what hangs under each level
@@ -281,16 +281,19 @@ void TextInventory::layOut(std::string_view line, std::string_view label, std::s
 
 void writeCatalogueAsText(Output& output)
 {
+    constexpr std::size_t kTypeColumns = 21;
+    constexpr std::size_t kCapabilityColumns = 15;
     const auto properties = declaredProperties();
-    std::size_t widest = 0;
+    std::size_t nameColumns = 0;
     for (const auto* property : properties)
-        widest = std::max(widest, property->name.size());
+        nameColumns = std::max(nameColumns, property->name.size() + kGap.size());
+    const auto cell = [](std::string text, std::size_t columns) {
+        text.resize(std::max(text.size() + 1, columns), ' ');
+        return text;
+    };
     for (const auto* property : properties) {
-        std::string line = property->name + std::string(widest - property->name.size() + 2, ' ');
-        line += property->type.name();
-        line.resize(widest + 2 + 21, ' ');
-        line += property->capability.name();
-        line.resize(widest + 2 + 21 + 15, ' ');
+        std::string line = cell(property->name, nameColumns) + cell(property->type.name(), kTypeColumns) +
+                           cell(property->capability.name(), kCapabilityColumns);
         for (const auto* category : categoryNames(property->categories))
             line += std::string(line.back() == ' ' ? "" : " ") + category;
         output.write(line + "\n");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "embedded_host/inventory.h"
+#include "kept_texts.h"
 #include "output.h"
 #include "tree.h"
 
@@ -53,7 +54,7 @@ private:
     std::string unknown_;      ///< an enumerated value that the firmware does not know, likewise
     std::vector<Label> labels_;
     TreeBuilder tree_;
-    std::vector<std::string> blocks_; ///< the devices, as far as they can be laid out before their place is known
+    KeptTexts blocks_; ///< the devices, as far as they can be laid out before their place is known
     std::vector<const HeldProperty*> telling_; ///< of the device that is taken
     std::string text_;                         ///< of the block that is being made or written
 };

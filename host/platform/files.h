@@ -4,9 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace embedded_host::platform
@@ -57,9 +59,32 @@ public:
     void commit();
 
 private:
+    /// Delegated to, so that the destructor also cleans up behind a constructor that fails half-way.
+    explicit AtomicFile(std::filesystem::path target) : target_(std::move(target)) {}
+
     std::filesystem::path target_;
     std::filesystem::path temporary_;
     std::intptr_t handle_ = -1; ///< as the system names open files; -1 for none
+};
+
+/// A file without a name, for what memory should not hold. It is nobody else's to read and gone with this object.
+class TemporaryFile
+{
+public:
+    /// Throws std::system_error, as all of this does.
+    TemporaryFile();
+    ~TemporaryFile();
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    /// Writes behind what was written before. All writing comes before any reading.
+    void append(std::string_view bytes);
+
+    /// Reads as many bytes as there are in `to`, from the offset on.
+    void read(std::uint64_t offset, std::span<char> to) const;
+
+private:
+    std::intptr_t handle_;
 };
 
 } // namespace embedded_host::platform

@@ -26,6 +26,17 @@ std::filesystem::path folderOf(const std::filesystem::path& path)
 
 int descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
 
+void writeAll(std::intptr_t handle, std::string_view bytes, const std::filesystem::path& path)
+{
+    while (!bytes.empty()) {
+        const auto written = ::write(descriptor(handle), bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            fail(path);
+        if (written > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
 /// The mode that any other program's new files get.
 mode_t usualMode()
 {
@@ -42,7 +53,7 @@ bool isLink(const std::filesystem::path& path)
     return is_symlink(std::filesystem::symlink_status(path, ignored));
 }
 
-AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : target_(std::move(target))
+AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : AtomicFile(std::move(target))
 {
     // mkstemp makes a new file that only its owner can read, under a name that nobody can foresee.
     std::string name = target_.string() + ".XXXXXX";
@@ -62,16 +73,7 @@ AtomicFile::~AtomicFile()
         unlink(temporary_.c_str());
 }
 
-void AtomicFile::write(std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const auto written = ::write(descriptor(handle_), bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR)
-            fail(target_);
-        if (written > 0)
-            bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-}
+void AtomicFile::write(std::string_view bytes) { writeAll(handle_, bytes, target_); }
 
 void AtomicFile::commit()
 {
@@ -86,6 +88,35 @@ void AtomicFile::commit()
     if (const int folder = open(folderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); folder >= 0) {
         fsync(folder);
         close(folder);
+    }
+}
+
+TemporaryFile::TemporaryFile()
+{
+    const auto folder = std::filesystem::temp_directory_path();
+    std::string name = folder / "zorp-XXXXXX";
+    handle_ = mkstemp(name.data());
+    if (handle_ < 0)
+        fail(folder);
+    unlink(name.c_str());
+}
+
+TemporaryFile::~TemporaryFile() { close(descriptor(handle_)); }
+
+void TemporaryFile::append(std::string_view bytes) { writeAll(handle_, bytes, {}); }
+
+void TemporaryFile::read(std::uint64_t offset, std::span<char> to) const
+{
+    while (!to.empty()) {
+        const auto held = pread(descriptor(handle_), to.data(), to.size(), static_cast<off_t>(offset));
+        if (held == 0)
+            errno = EIO;
+        if (held == 0 || (held < 0 && errno != EINTR))
+            fail({});
+        if (held > 0) {
+            to = to.subspan(static_cast<std::size_t>(held));
+            offset += static_cast<std::uint64_t>(held);
+        }
     }
 }
 

@@ -22,6 +22,23 @@ namespace
 
 HANDLE handleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
+/// How much is read or written at once.
+DWORD piece(std::size_t size)
+{
+    constexpr std::size_t kMost = 0x1000000;
+    return static_cast<DWORD>(size < kMost ? size : kMost);
+}
+
+void writeAll(std::intptr_t handle, std::string_view bytes, const std::filesystem::path& path)
+{
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        if (WriteFile(handleOf(handle), bytes.data(), piece(bytes.size()), &written, nullptr) == 0)
+            fail(path);
+        bytes.remove_prefix(written);
+    }
+}
+
 /// A name beside the target that nobody can foresee.
 std::filesystem::path temporaryBeside(const std::filesystem::path& target)
 {
@@ -55,7 +72,7 @@ bool isLink(const std::filesystem::path& path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
-AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : target_(std::move(target))
+AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : AtomicFile(std::move(target))
 {
     OwnerOnly ownerOnly;
     if (readers == Readers::Owner && !ownerOnly.descriptor)
@@ -78,17 +95,7 @@ AtomicFile::~AtomicFile()
         DeleteFileW(temporary_.c_str());
 }
 
-void AtomicFile::write(std::string_view bytes)
-{
-    constexpr std::size_t kPiece = 0x1000000;
-    while (!bytes.empty()) {
-        DWORD written = 0;
-        const auto piece = static_cast<DWORD>(bytes.size() < kPiece ? bytes.size() : kPiece);
-        if (WriteFile(handleOf(handle_), bytes.data(), piece, &written, nullptr) == 0)
-            fail(target_);
-        bytes.remove_prefix(written);
-    }
-}
+void AtomicFile::write(std::string_view bytes) { writeAll(handle_, bytes, target_); }
 
 void AtomicFile::commit()
 {
@@ -99,6 +106,34 @@ void AtomicFile::commit()
         MoveFileExW(temporary_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0)
         fail(target_);
     temporary_.clear();
+}
+
+TemporaryFile::TemporaryFile()
+{
+    const auto name = temporaryBeside(std::filesystem::temp_directory_path() / L"zorp");
+    const HANDLE file = CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        fail(name);
+    handle_ = reinterpret_cast<std::intptr_t>(file);
+}
+
+TemporaryFile::~TemporaryFile() { CloseHandle(handleOf(handle_)); }
+
+void TemporaryFile::append(std::string_view bytes) { writeAll(handle_, bytes, {}); }
+
+void TemporaryFile::read(std::uint64_t offset, std::span<char> to) const
+{
+    while (!to.empty()) {
+        OVERLAPPED place{};
+        place.Offset = static_cast<DWORD>(offset);
+        place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+        DWORD held = 0;
+        if (ReadFile(handleOf(handle_), to.data(), piece(to.size()), &held, &place) == 0)
+            fail({});
+        to = to.subspan(held);
+        offset += held;
+    }
 }
 
 } // namespace embedded_host::platform

@@ -26,7 +26,7 @@ foreach(shell bash zsh fish)
 endforeach()
 
 # Wine starts slowly and its cases share a prefix: one after the other.
-foreach(case tables languages live blocks paths dlls lines writes)
+foreach(case tables languages live blocks paths dlls lines large writes)
     add_live_test(wine-${case} ${CMAKE_CURRENT_LIST_DIR}/wine.sh ${case}
         ${release_program} ${windows_program} ${sample} ${PROJECT_SOURCE_DIR}/../shared/tables)
     set_tests_properties(wine-${case} PROPERTIES RESOURCE_LOCK wine)

@@ -96,6 +96,9 @@ paths() {
     on_windows -f json --settings einstellungen-设置.ini 2>/dev/null | cmp - linux.out || fail "names in a settings file"
     on_windows -s LoadTable=fehlt-缺.dmi >/dev/null 2>windows.log
     grep -q '2603 Could not load SMBIOS table from file: fehlt-缺.dmi' windows.log || fail "names in the log"
+    printf '[zorpsysinfosmbios2]\nLoadTable.value = \334r.dmi\n' >ansi.ini
+    on_windows --settings ansi.ini >windows.out 2>windows.log
+    grep -q '2603 Could not load SMBIOS table' windows.log && [ ! -s windows.out ] || fail "a name that is no UTF-8"
 }
 
 # What the program imports is part of every Windows.
@@ -112,6 +115,15 @@ lines() {
     on_windows --nonsense >mistake.out
     grep -q '^OrbException: ' mistake.out || fail "a mistake is told"
     ! grep -l $'\r' windows.out windows.log mistake.out || fail "line ends were translated"
+}
+
+# More text than is kept in memory.
+large() {
+    python3 -c 'import sys
+for n in range(8000): sys.stdout.buffer.write(bytes([2, 15, n & 255, n >> 8, *10 * [0], 255, 0, 0]))' >boards.bin
+    "$linux" -s LoadTable=boards.bin >linux.out
+    on_windows -s LoadTable=boards.bin >windows.out
+    same linux.out windows.out "text of $(stat -c %s linux.out) bytes"
 }
 
 writes() {
@@ -131,6 +143,6 @@ writes() {
 }
 
 case $case_name in
-tables | languages | live | blocks | paths | dlls | lines | writes) "$case_name" ;;
+tables | languages | live | blocks | paths | dlls | lines | large | writes) "$case_name" ;;
 *) fail "no case $case_name" ;;
 esac

@@ -61,6 +61,18 @@ Bytes largeTable()
     return table;
 }
 
+/// Boards that each announce 255 contained objects where there is room for none: the text form of a board is 150 times
+/// as long as the board.
+Bytes boastfulBoards(unsigned count)
+{
+    TableBuilder table;
+    for (unsigned handle = 0; handle < count; ++handle)
+        table.add(2, static_cast<std::uint16_t>(handle), 0x0F).put(byte(0x0E), 0xFF);
+    return table.structures();
+}
+
+constexpr unsigned kManyBoards = 8000; ///< whose text is more than the program keeps in memory
+
 rapidjson::Document parsed(const std::string& text)
 {
     rapidjson::Document document;
@@ -129,17 +141,43 @@ TEST(Json, WhateverTheFileIsTheDocumentIsValid)
 TEST(Memory, StaysWithinASmallMultipleOfTheTable)
 {
     const TemporaryFolder folder;
-    const auto path = folder.file("t", largeTable()).string();
-    // Twice what it takes for this table of 1 MB.
-    const std::pair<const char*, unsigned> megabytes[] = {{"json", 20}, {"text", 88}};
-    for (const auto& [format, limit] : megabytes) {
+    const auto large = folder.file("large", largeTable()).string();
+    const auto boastful = folder.file("boastful", boastfulBoards(2 * kManyBoards)).string();
+    const struct
+    {
+        std::string table;
+        const char* options;
+        unsigned megabytes; ///< twice what it takes
+    } cases[] = {{large, "-f json", 20}, {large, "-f text", 88}, {boastful, "-f text --all", 60}};
+    for (const auto& [table, options, megabytes] : cases) {
         const auto limited =
-            "ulimit -v " + std::to_string(limit * 1024) + "; XDG_CONFIG_HOME=/nonexistent " PROGRAM " ";
+            "ulimit -v " + std::to_string(megabytes * 1024) + "; XDG_CONFIG_HOME=/nonexistent " PROGRAM " ";
         if (shell(limited + "--version").exitCode != 0)
             GTEST_SKIP() << "sanitizers need more memory than that";
-        const auto run = shell(limited + "-f " + format + " -s LoadTable=" + path);
-        EXPECT_EQ(run.exitCode, 0) << format << run.log;
+        const auto run = shell(limited + options + " -s LoadTable=" + table + " | tail -1");
+        EXPECT_EQ(run.output.find("OrbException"), std::string::npos) << options << run.output;
+        EXPECT_NE(run.output, "") << options << run.log;
     }
+}
+
+TEST(Memory, WhatDoesNotFitIsKeptInAFile)
+{
+    const TemporaryFolder folder;
+    const auto options = [&](std::int64_t boards) {
+        return "-s LoadTable=" + folder.file("t", boastfulBoards(static_cast<unsigned>(boards))).string();
+    };
+    const auto lines = [&](std::int64_t boards) {
+        const auto text = program(options(boards)).output;
+        return std::count(text.begin(), text.end(), '\n');
+    };
+    const auto each = lines(3) - lines(2);
+    EXPECT_GT(each, 255);
+    EXPECT_EQ(lines(kManyBoards), lines(2) + (kManyBoards - 2) * each);
+
+    const auto homeless =
+        shell("export TMPDIR=/nonexistent XDG_CONFIG_HOME=/nonexistent; " PROGRAM " " + options(kManyBoards));
+    EXPECT_EQ(homeless.output, "OrbException: cannot keep a part of the inventory in a temporary file: "
+                               "No such file or directory\n");
 }
 
 TEST(Catalogue, IsPrintedInDeclarationOrder)
