@@ -3,7 +3,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <stdexcept>
 
@@ -65,11 +64,7 @@ int main(int argc, char* argv[])
         if (structures < 1 || structures > kMost)
             throw std::runtime_error(std::string(argv[1]) + ": not a number from 1 to " + std::to_string(kMost));
         const TableBuilder sample = readMachine(SAMPLE_MACHINE).table;
-        const Bytes dump = repeated(sample.all(), static_cast<unsigned>(structures)).dump64(3, 2, 0);
-        std::ofstream out(argv[2], std::ios::binary);
-        out.write(reinterpret_cast<const char*>(dump.data()), static_cast<std::streamsize>(dump.size()));
-        if (out.close(); !out)
-            throw std::runtime_error(std::string(argv[2]) + ": cannot be written");
+        writeBytes(argv[2], repeated(sample.all(), static_cast<unsigned>(structures)).dump64(3, 2, 0));
     } catch (const std::exception& wrong) {
         std::fprintf(stderr, "%s\n", wrong.what());
         return 1;

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <fstream>
 
 namespace
 {
@@ -19,12 +18,9 @@ void write(const std::filesystem::path& folder, const std::string& name, const B
                                                                  {"discovery", {"\0\4\x8", 3}}};
     for (const auto& [target, choices] : kTargets)
         for (const char choice : choices) {
-            const auto path = folder / target / (name + "-" + std::to_string(choice));
-            std::ofstream seed(path, std::ios::binary);
-            seed.put(choice);
-            seed.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
-            if (!seed.flush())
-                throw std::runtime_error(path.string() + ": cannot be written");
+            Bytes seed{static_cast<unsigned char>(choice)};
+            seed.insert(seed.end(), content.begin(), content.end());
+            tests::writeBytes(folder / target / (name + "-" + std::to_string(choice)), seed);
         }
 }
 
@@ -41,7 +37,7 @@ TableBuilder alone(unsigned char type)
         .string("Lenovo System Metrics")
         .string("  ")
         .string("B\xC3\xBC\xFFro");
-    return table.end(), table;
+    return table.end();
 }
 
 } // namespace

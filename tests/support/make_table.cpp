@@ -3,7 +3,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <fstream>
 
 int main(int argc, char* argv[])
 {
@@ -12,14 +11,7 @@ int main(int argc, char* argv[])
         return 1;
     }
     try {
-        const tests::Bytes image = tests::readMachine(argv[1]).image;
-        std::ofstream out(argv[2], std::ios::binary);
-        for (const unsigned char value : image)
-            out.put(static_cast<char>(value));
-        if (out.close(); !out) {
-            std::fprintf(stderr, "%s: cannot be written\n", argv[2]);
-            return 1;
-        }
+        tests::writeBytes(argv[2], tests::readMachine(argv[1]).image);
     } catch (const std::exception& wrong) {
         std::fprintf(stderr, "%s\n", wrong.what());
         return 1;

@@ -17,8 +17,8 @@ std::string at(std::size_t offset, const std::string& what) { return what + " at
 
 bool drivesTerminals(unsigned code)
 {
-    return (code < 0x20 && code != '\n') || (code >= 0x7F && code < 0xA0) || (code >= 0x202A && code <= 0x202E) ||
-           (code >= 0x2066 && code <= 0x2069);
+    return (code < 0x20 && code != '\n') || (code >= 0x7F && code < 0xA0) || code == 0x061C || code == 0x200E ||
+           code == 0x200F || (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
 } // namespace

@@ -45,13 +45,13 @@ TemporaryFolder::~TemporaryFolder()
 
 std::filesystem::path TemporaryFolder::file(const std::string& name, const Bytes& content) const
 {
-    return file(name, std::string_view(reinterpret_cast<const char*>(content.data()), content.size()));
+    writeBytes(path_ / name, content);
+    return path_ / name;
 }
 
 std::filesystem::path TemporaryFolder::file(const std::string& name, std::string_view content) const
 {
-    std::ofstream(path_ / name, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
-    return path_ / name;
+    return file(name, Bytes(content.begin(), content.end()));
 }
 
 void Firmware::offer(const Bytes& dump64) const

@@ -2,7 +2,9 @@
 #include "table_builder.h"
 
 #include <algorithm>
+#include <fstream>
 #include <numeric>
+#include <stdexcept>
 
 namespace tests
 {
@@ -30,6 +32,14 @@ Bytes dump(Bytes entryPoint, const Bytes& table)
 }
 
 } // namespace
+
+void writeBytes(const std::filesystem::path& path, const Bytes& content)
+{
+    std::ofstream file(path, std::ios::binary);
+    file.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
+    if (!file.flush())
+        throw std::runtime_error(path.string() + ": cannot be written");
+}
 
 void mend(std::span<unsigned char> bytes, std::size_t start, std::size_t length, std::size_t checksum)
 {

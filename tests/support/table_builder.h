@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <map>
 #include <span>
 #include <string>
@@ -17,6 +18,9 @@ namespace tests
 {
 
 using Bytes = std::vector<unsigned char>;
+
+/// Writes a file. Throws std::runtime_error when it cannot be written.
+void writeBytes(const std::filesystem::path& path, const Bytes& content);
 
 using zorpsysinfosmbios2::byte;
 using zorpsysinfosmbios2::dword;
