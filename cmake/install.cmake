@@ -31,6 +31,6 @@ endif()
 
 install(TARGETS zorpsysinfosmbios2 DESTINATION ${program_folder})
 install(FILES README.md CHANGELOG.md DESTINATION ${documents_folder})
-install(FILES docs/inventory-format.md DESTINATION ${documents_folder}/docs OPTIONAL)
+install(FILES docs/inventory-format.md DESTINATION ${documents_folder}/docs)
 install(FILES ${ZORP_CATALOGUE} docs/catalogue.schema.json docs/inventory.schema.json
     DESTINATION ${data_folder} OPTIONAL)

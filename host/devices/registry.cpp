@@ -4,8 +4,6 @@
 #include "module_name.h"
 #include "services/utf8.h"
 
-#include <utility>
-
 namespace embedded_host
 {
 

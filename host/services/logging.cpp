@@ -45,7 +45,6 @@ void writeToStandardError(int priority, std::string_view logger, std::string_vie
 /// The message, or what is told in its stead; nothing when that was told before.
 std::optional<std::string> shortened(int priority, const std::string& text)
 {
-    constexpr int kWarning = 3;
     if (!told() || priority < kWarning)
         return text;
     const bool isLast = told()->size() + 1 >= ShortLog::kMostWarnings;
@@ -77,7 +76,7 @@ namespace
 {
 
 /// The least that matters when nobody says otherwise: warnings.
-LOGGER_PRIORITY processPriority = 3;
+LOGGER_PRIORITY processPriority = embedded_host::services::kWarning;
 
 } // namespace
 

@@ -8,6 +8,12 @@
 namespace embedded_host::services
 {
 
+/// How much a message of the host matters, as lum::LOGGER_PRIORITY tells it.
+inline constexpr int kInformation = 2;
+inline constexpr int kWarning = 3;
+inline constexpr int kError = 4;
+inline constexpr int kFatal = 5;
+
 /// Takes one message that passed its gates.
 using LogSink = std::function<void(int priority, std::string_view logger, std::string_view message)>;
 
@@ -17,7 +23,7 @@ LogSink setLogSink(LogSink sink);
 /// Logs a message of the host's own part `logger`.
 void log(int priority, const char* logger, const std::string& message);
 
-/// Keeps the log short as long as it lives, whatever a table holds: each warning or error (from priority 3 up) is
+/// Keeps the log short as long as it lives, whatever a table holds: each message from a warning up is
 /// logged once, and after 49 of them one more line says that the rest is left out.
 class ShortLog
 {

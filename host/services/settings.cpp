@@ -10,9 +10,7 @@
 
 #include <boost/property_tree/ini_parser.hpp>
 
-#include <algorithm>
 #include <map>
-#include <set>
 #include <sstream>
 
 namespace embedded_host::services
@@ -94,12 +92,12 @@ void reportUnusedSettings()
 {
     for (const auto& [key, setting] : settings().given)
         if (!setting.asked)
-            log(3, "settings",
+            log(kWarning, "settings",
                 message("the setting %1 is not known and has no effect",
                         key.substr(0, key.size() - kKeyEnding.size())));
     for (const auto& [place, setting] : settings().fromFile)
         if (!setting.asked)
-            log(3, "settings",
+            log(kWarning, "settings",
                 message("the settings file's [%1] %2 is not known and has no effect", place.first, place.second));
 }
 

@@ -36,7 +36,7 @@ LumValue LumValue::getCorrectValue(const String& text, const LumType& /*type*/, 
     if (const auto flag = boolFrom(text.bytes()))
         return LumValue(*flag);
     if (!quiet)
-        log(3, "settings",
+        log(kWarning, "settings",
             message("\"%1\" is neither of 1, true, yes, on nor of 0, false, no, off; ignored", text.bytes()));
     return {};
 }

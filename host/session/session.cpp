@@ -150,7 +150,8 @@ void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
         lum::LogFactory::setPriority(line.logLevel);
         const auto language = line.language.value_or(platform::userLanguage());
         if (!speak(language))
-            services::log(2, "language", services::message("there are no texts in %1; English is used", language));
+            services::log(services::kInformation, "language",
+                          services::message("there are no texts in %1; English is used", language));
         commandLine() = std::move(line);
     } catch (const std::runtime_error& error) {
         fail(services::message("%1 (--help lists the options)", error.what()));
@@ -170,7 +171,7 @@ int SysInfoModule::start()
         const auto sentence = services::message("cannot write %1: %2", name, services::reason(error));
         // What the caller prints of the exception is lost with the rest of a broken standard output.
         if (!line.output)
-            services::log(5, "output", sentence);
+            services::log(services::kFatal, "output", sentence);
         fail(sentence);
     } catch (const std::bad_alloc&) {
         fail(services::message("there is not enough memory for this inventory"));

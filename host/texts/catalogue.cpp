@@ -37,7 +37,10 @@ std::string_view Catalogue::find(std::string_view key) const
         const int order = text(kKeys, middle).compare(key);
         if (order == 0)
             return text(kTexts, middle);
-        (order < 0 ? low : high) = order < 0 ? middle + 1 : middle;
+        if (order < 0)
+            low = middle + 1;
+        else
+            high = middle;
     }
     return {};
 }
