@@ -18,11 +18,7 @@ using inventory::JsonInventory;
 template <class Inventory, class... How>
 std::string printed(const SettingsSource& settings, How... how)
 {
-    tests::TextOutput output;
-    Inventory inventory(output, how...);
-    discover(settings, inventory);
-    inventory.end();
-    return output.text();
+    return tests::printedOf<Inventory>([&](auto& inventory) { discover(settings, inventory); }, how...);
 }
 
 void expectValidLines(std::string_view text)

@@ -23,8 +23,8 @@ LogSink setLogSink(LogSink sink);
 /// Logs a message of the host's own part `logger`.
 void log(int priority, const char* logger, const std::string& message);
 
-/// Keeps the log short as long as it lives, whatever a table holds: each message from a warning up is
-/// logged once, and after 49 of them one more line says that the rest is left out.
+/// Keeps the log short as long as it lives, whatever a table holds: each message from a warning up is logged
+/// once, and after 49 of them one more line says that the rest is left out.
 class ShortLog
 {
 public:

@@ -142,15 +142,15 @@ RawTable readTableFile(const std::filesystem::path& given, const Remarks& remark
             return readDump(file, std::move(*reading.entryPoint), name, remarks);
 
         // What a folder's entry point describes is a table, whatever it looks like.
-        std::optional<EntryPoint> beside;
-        if (isFolder)
-            beside = entryPointBeside(path, remarks);
-        if (!beside && looksLikeBlock(file))
-            return readWindowsBlock(file, name, remarks);
-        if (!beside && !looksLikeTable(file))
-            throw TableError::malformed(message("%1: is not an SMBIOS table in any known layout", name));
-        if (!isFolder)
-            beside = entryPointBeside(path, remarks);
+        auto beside = isFolder ? entryPointBeside(path, remarks) : std::nullopt;
+        if (!beside) {
+            if (looksLikeBlock(file))
+                return readWindowsBlock(file, name, remarks);
+            if (!looksLikeTable(file))
+                throw TableError::malformed(message("%1: is not an SMBIOS table in any known layout", name));
+            if (!isFolder)
+                beside = entryPointBeside(path, remarks);
+        }
         if (beside)
             return joined(std::move(*beside), std::move(file));
         return {std::move(file), Version(), std::nullopt};

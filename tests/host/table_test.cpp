@@ -29,7 +29,7 @@ TableBuilder smallTable()
     table.add(0, 0x0000, 0x18).text(0x04, "Zorp");
     table.add(2, 0x0001, 0x08).text(0x04, "One").text(0x07, "S1");
     table.add(2, 0x0002, 0x08).text(0x04, "Two");
-    return table.end(), table;
+    return table.end();
 }
 
 bool load(const Bytes& content)
@@ -59,12 +59,7 @@ const libsmbios2::type_hdr* structure(unsigned char type, unsigned index)
 Bytes with(Bytes dump, std::size_t offset, const Bytes& bytes)
 {
     std::copy(bytes.begin(), bytes.end(), dump.begin() + static_cast<std::ptrdiff_t>(offset));
-    if (dump[3] == '3') {
-        tests::mend(dump, 0, 0x18, 0x05);
-    } else {
-        tests::mend(dump, 0x10, 0x0F, 0x15);
-        tests::mend(dump, 0, 0x1F, 0x04);
-    }
+    tests::mendEntryPoint(dump);
     return dump;
 }
 
@@ -80,9 +75,7 @@ TEST(TableFiles, EveryLayoutIsToldByItsContent)
     const auto table = smallTable();
     auto shifted = table.dump64(3, 1, 1); // the table may lie anywhere behind the entry point
     shifted.insert(shifted.begin() + 0x20, 0x30, 0xEE);
-    auto slip = table.dump32(2, 1);
-    slip[0x05] = 0x1E; // version 2.1 of the standard gave this length
-    tests::mend(slip, 0, 0x1E, 0x04);
+    const auto slip = with(table.dump32(2, 1), 0x05, {0x1E}); // version 2.1 of the standard gave this length
     const struct
     {
         const char* layout;
@@ -340,10 +333,7 @@ TEST(Saving, ASavedTableLoadsToTheSameDevices)
     auto large = smallTable();
     large.add(11, 0x0B, 0x05).put(byte(0x04), 1).string(std::string(0x10000, 'x'));
     contents["older Windows block that no 32-bit entry point can describe"] = large.windowsBlock(2, 7, 0);
-    auto odd = smallTable().dump64(3, 0, 0);
-    odd[0x0A] = 0;
-    tests::mend(odd, 0, 0x18, 0x05);
-    contents["64-bit with an entry point revision of 0"] = odd;
+    contents["64-bit with an entry point revision of 0"] = with(smallTable().dump64(3, 0, 0), 0x0A, {0});
     for (const auto& [layout, content] : contents) {
         SCOPED_TRACE(layout);
         const TemporaryFolder folder;

@@ -26,16 +26,26 @@ private:
     std::string text_;
 };
 
+/// What an inventory prints of the devices that are brought to it.
+template <class Inventory, class Bring, class... How>
+std::string printedOf(Bring bring, How... how)
+{
+    TextOutput output;
+    Inventory inventory(output, how...);
+    bring(inventory);
+    inventory.end();
+    return output.text();
+}
+
 /// What an inventory prints of these devices.
 template <class Inventory, class... How>
 std::string printed(const std::vector<embedded_host::DeviceRecord>& devices, How... how)
 {
-    TextOutput output;
-    Inventory inventory(output, how...);
-    for (auto device : devices)
-        inventory.take(std::move(device));
-    inventory.end();
-    return output.text();
+    const auto bring = [&](auto& inventory) {
+        for (auto device : devices)
+            inventory.take(std::move(device));
+    };
+    return printedOf<Inventory>(bring, how...);
 }
 
 /// What is wrong with a text for people; empty when it is UTF-8 and no character but the newline drives a terminal.

@@ -27,6 +27,7 @@ void append(Bytes& to, const Bytes& more) { to.insert(to.end(), more.begin(), mo
 Bytes dump(Bytes entryPoint, const Bytes& table)
 {
     entryPoint.resize(kTableAddress);
+    mendEntryPoint(entryPoint);
     append(entryPoint, table);
     return entryPoint;
 }
@@ -39,6 +40,19 @@ void writeBytes(const std::filesystem::path& path, const Bytes& content)
     file.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
     if (!file.flush())
         throw std::runtime_error(path.string() + ": cannot be written");
+}
+
+void mendEntryPoint(std::span<unsigned char> dump)
+{
+    const std::string_view text(reinterpret_cast<const char*>(dump.data()), dump.size());
+    if (text.starts_with("_SM3_")) {
+        mend(dump, 0, dump[0x06], 0x05);
+    } else if (text.starts_with("_SM_")) {
+        mend(dump, 0x10, 0x0F, 0x15);
+        mend(dump, 0, dump[0x05], 0x04);
+    } else if (text.starts_with("_DMI_")) {
+        mend(dump, 0, 0x0F, 0x05);
+    }
 }
 
 void mend(std::span<unsigned char> bytes, std::size_t start, std::size_t length, std::size_t checksum)
@@ -121,7 +135,6 @@ Bytes TableBuilder::dump64(unsigned char major, unsigned char minor, unsigned ch
     put(entryPoint, byte(0x0A), 1); // entry point revision
     put(entryPoint, dword(0x0C), table.size());
     put(entryPoint, qword(0x10), kTableAddress);
-    mend(entryPoint, 0, entryPoint.size(), 0x05);
     return dump(entryPoint, table);
 }
 
@@ -132,7 +145,6 @@ Bytes TableBuilder::dump32(unsigned char major, unsigned char minor) const
     put(entryPoint, byte(0x05), entryPoint.size());
     put(entryPoint, byte(0x06), major);
     put(entryPoint, byte(0x07), minor);
-    mend(entryPoint, 0, entryPoint.size(), 0x04);
     return dump(entryPoint, structures());
 }
 
@@ -149,7 +161,6 @@ Bytes TableBuilder::intermediateEntryPoint(unsigned char major, unsigned char mi
     put(entryPoint, dword(0x08), kTableAddress);
     put(entryPoint, word(0x0C), structures_.size());
     put(entryPoint, byte(0x0E), major * 0x10u + minor); // the version in BCD
-    mend(entryPoint, 0, entryPoint.size(), 0x05);
     return entryPoint;
 }
 

@@ -36,6 +36,9 @@ void put(Bytes& to, Field<T> field, std::uint64_t value)
         to.at(field.offset + i) = static_cast<unsigned char>(value >> 8 * i);
 }
 
+/// Makes the checksums of the entry point at the start right, by its own length byte and whatever else it holds.
+void mendEntryPoint(std::span<unsigned char> dump);
+
 /// Sets the checksum byte so that `length` bytes from `start` on add up to 0, as far as they are there.
 void mend(std::span<unsigned char> bytes, std::size_t start, std::size_t length, std::size_t checksum);
 
