@@ -1,80 +1,32 @@
-"""Runs the program and dmidecode in turn on tables of four sizes; prints Markdown. Started by bench/compare."""
+"""Runs the program beside its limit and dmidecode; prints Markdown. Started by bench/compare."""
 import os
 import platform
 import subprocess
+import sys
 import tempfile
-import time
 from pathlib import Path
-from statistics import median
-from types import SimpleNamespace
 
-PROGRAM = Path("build/release/bin/zorpsysinfosmbios2")
-DMIDECODE = "/usr/sbin/dmidecode"
-ROUNDS = {60: 200, 1000: 50, 10000: 15, 60000: 7}
+from measure import DMIDECODE, PROGRAM, in_turn, instructions, inventory, make_table, peak, print_head, print_row
+from shapes import SHAPES
+
+ROUNDS = {60: 200, 1_000: 50, 10_000: 15, 60_000: 7}
 START_ROUNDS = 300
+SHAPE_ROUNDS = 3
+FORMS = ("json", "ndjson", "text")
+BEFORE = "before, "
+
+programs = {"": PROGRAM}
+goals = []
 
 
-def run(command, output):
-    """Processor time (user and system) and wall time in ms."""
-    files = [(os.POSIX_SPAWN_OPEN, 1, output, os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o600),
-             (os.POSIX_SPAWN_OPEN, 2, os.devnull, os.O_WRONLY, 0)]
-    begin = time.perf_counter()
-    child = os.posix_spawn(command[0], command, os.environ, file_actions=files)
-    _, status, used = os.wait4(child, 0)
-    wall = time.perf_counter() - begin
-    if status != 0:
-        raise SystemExit(f"failed: {command}")
-    return (used.ru_utime + used.ru_stime) * 1000, wall * 1000
+def goal(sentence, limit, measured):
+    """A goal that is met when no measured value is above the limit."""
+    values = ", ".join(f"{name} {value:,.2f}" for name, value in measured.items())
+    goals.append((sentence, values, "met" if max(measured.values()) <= limit else "missed"))
 
 
-def peak(command):
-    """Peak memory in MiB. A process's peak counts from its parent's, so the parent has to be smaller than Python."""
-    timed = subprocess.run(["/usr/bin/time", "-f", "%M", *command], check=True, text=True,
-                           stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
-    return int(timed.stderr.split()[-1]) / 1024
-
-
-def in_turn(commands, rounds):
-    """Medians of the rounds behind a first one that only warms up. Each command: its words, its output file."""
-    times = {name: [] for name in commands}
-    for _ in range(1 + rounds):
-        for name, (command, output) in commands.items():
-            output.unlink(missing_ok=True)
-            times[name].append(run(command, os.devnull if "-o" in command else output))
-    taken = {}
-    for name, (command, output) in commands.items():
-        cpu, wall = map(median, zip(*times[name][1:]))
-        taken[name] = SimpleNamespace(cpu=cpu, wall=wall, peak=peak(command), size=output.stat().st_size)
-    return taken
-
-
-def compare(structures, table, folder):
-    subprocess.run(["build/bench/bin/make-big-table", str(structures), table], check=True)
-    commands = {form: ([PROGRAM, "-s", f"LoadTable={table}", "-f", form, "-o", folder / form], folder / form)
-                for form in ("json", "ndjson", "text")}
-    commands["dmidecode"] = [DMIDECODE, "--from-dump", table], folder / "dmidecode"
-    taken = in_turn(commands, ROUNDS[structures])
-    for name, each in taken.items():
-        if each.size < table.stat().st_size:
-            raise SystemExit(f"{name} prints only {each.size} bytes of {structures} structures")
-        each.above_table = each.peak - table.stat().st_size / 2**20
-    return taken
-
-
-def print_row(*cells):
-    styles = {float: ".2f", int: ","}
-    print("|", " | ".join(format(cell, styles.get(type(cell), "")) for cell in cells), "|")
-
-
-def print_head(*cells):
-    print()
-    print_row(*cells)
-    print_row(*["---"] * len(cells))
-
-
-def print_goal(sentence, limit, values):
-    measured = ", ".join(f"{name} {value:.2f}" for name, value in values.items())
-    print_row(sentence, measured, "met" if max(values.values()) <= limit else "missed")
+def our_commands(table, forms=FORMS):
+    return {prefix + form: inventory(program, form, table) for prefix, program in programs.items() for form in forms}
 
 
 def print_machine():
@@ -87,55 +39,89 @@ def print_machine():
           f" dmidecode {subprocess.getoutput(f'{DMIDECODE} --version')}")
 
 
-def print_goals(taken, start, growth):
-    def against_dmidecode(structures, what, *forms):
-        return {form: getattr(taken[structures][form], what) / getattr(taken[structures]["dmidecode"], what)
-                for form in forms}
+def compare_sizes(folder):
+    """One machine's table, and the same over and over."""
+    print_head("structures", "program", "processor ms", "wall ms", "peak less table MiB", "output bytes",
+               "processor : dmidecode", "processor : limit")
+    for structures, rounds in ROUNDS.items():
+        table = make_table(structures, folder)
+        commands = our_commands(table)
+        json = folder / "json"
+        subprocess.run(commands["json"], check=True, stdout=json.open("wb"), stderr=subprocess.DEVNULL)
+        commands["limit"] = ["build/bench/bin/read-and-write", table, str(json.stat().st_size)]
+        commands["dmidecode"] = [DMIDECODE, "--from-dump", table]
+        taken = in_turn(commands, rounds, folder)
+        for name, each in taken.items():
+            if each.size < table.stat().st_size:
+                raise SystemExit(f"{name} prints only {each.size} bytes of {structures} structures")
+            above = peak(commands[name]) - table.stat().st_size / 2**20
+            print_row(structures, name, each.cpu, each.wall, above, each.size,
+                      each.cpu / taken["dmidecode"].cpu, each.cpu / taken["limit"].cpu)
+        if structures == 60:
+            goal("60 structures: processor time of text at most 1.1 times JSON's", 1.1,
+                 {"ratio": taken["text"].cpu / taken["json"].cpu})
+        if structures == 60_000:
+            goal("60,000 structures, JSON: processor time at most 5 times the limit's", 5,
+                 {form: taken[form].cpu / taken["limit"].cpu for form in ("json", "ndjson")})
 
-    forms = ("json", "ndjson", "text")
-    print_head("goal", "measured", "")
-    print_goal("60 structures: wall time at most 0.5 of dmidecode's", 0.5, against_dmidecode(60, "wall", *forms))
-    print_goal("`--version`: wall time at most 1.5 of `/bin/true`'s", 1.5,
-               {"ratio": start["--version"].wall / start["/bin/true"].wall})
-    print_goal("60,000 structures, JSON: processor time at most 0.1 of dmidecode's", 0.1,
-               against_dmidecode(60000, "cpu", "json", "ndjson"))
-    print_goal("60,000 structures, text: processor time at most 0.2 of dmidecode's", 0.2,
-               against_dmidecode(60000, "cpu", "text"))
-    print_goal("1,000 to 10,000 structures: processor time grows at most 11-fold", 11,
-               {form: growth[form][0] for form in forms})
-    print_goal("10,000 to 60,000 structures: processor time grows at most 6.6-fold", 6.6,
-               {form: growth[form][1] for form in forms})
-    print_goal("60,000 structures, JSON: peak memory at most 12 MiB above the table", 12,
-               {form: taken[60000][form].above_table for form in ("json", "ndjson")})
-    print_goal("release program: at most 2.5 MiB", 2.5, {"MiB": PROGRAM.stat().st_size / 2**20})
+
+def compare_starts(folder):
+    commands = {f"{prefix}--version": [program, "--version"] for prefix, program in programs.items()}
+    commands["/bin/true"] = ["/bin/true"]
+    print_head("start", "processor ms", "wall ms", "peak MiB")
+    for name, each in in_turn(commands, START_ROUNDS, folder).items():
+        print_row(f"`{name}`", each.cpu, each.wall, peak(commands[name]))
+
+
+def compare_instructions(folder):
+    structures = 10_000
+    table = make_table(structures, folder)
+    commands = our_commands(table) | {"dmidecode": [DMIDECODE, "--from-dump", table]}
+    counted = {name: instructions(command) / structures for name, command in commands.items()}
+    print_head("instructions", "a structure")
+    for name, number in counted.items():
+        print_row(name, round(number))
+    start = {prefix + "--version": instructions([program, "--version"]) for prefix, program in programs.items()}
+    for name, number in start.items():
+        print_row(f"`{name}`, whole run", number)
+    goal("10,000 structures, JSON: at most 12,000 instructions a structure", 12_000, {"json": counted["json"]})
+    goal("`--version`: at most 300,000 instructions", 300_000, {"start": start["--version"]})
+
+
+def compare_shapes(folder):
+    print_head("shape", "program", "table MiB", "output MiB", "processor ms", "ms : allowed", "peak MiB",
+               "peak : allowed")
+    for shape, make in SHAPES.items():
+        table = folder / "shape.dmi"
+        table.write_bytes(make())
+        size = table.stat().st_size
+        commands = our_commands(table, ("json", "text"))
+        times, peaks = {}, {}
+        for name, each in in_turn(commands, SHAPE_ROUNDS, folder).items():
+            most_memory = 4 + (6 if name.endswith("json") else 16) * size / 2**20
+            held = peak(commands[name])
+            allowed = (80 * size + 3 * each.size) / 1e6
+            times[name], peaks[name] = each.cpu / allowed, held / most_memory
+            print_row(shape, name, size / 2**20, each.size / 2**20, each.cpu, times[name], held, peaks[name])
+        ours = ("json", "text")
+        goal(f"{shape}: 80 ns a byte of table + 3 ns a byte of output", 1, {name: times[name] for name in ours})
+        goal(f"{shape}: at most 4 MiB + 6 (JSON), 16 (text) times the table", 1, {name: peaks[name] for name in ours})
 
 
 def main():
+    if sys.argv[1:2] == ["--before"]:
+        programs[BEFORE] = sys.argv[2]
     print_machine()
     shared_memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
     with tempfile.TemporaryDirectory(dir=shared_memory) as name:
         folder = Path(name)
-        taken = {structures: compare(structures, folder / f"{structures}.dmi", folder) for structures in ROUNDS}
-        start = in_turn({"--version": ([PROGRAM, "--version"], folder / "version"),
-                         "/bin/true": (["/bin/true"], folder / "true")}, START_ROUNDS)
-
-    print_head("structures", "output", "processor ms", "wall ms", "peak MiB", "peak less table MiB", "output bytes",
-               "processor : dmidecode", "wall : dmidecode", "runs")
-    for structures, programs in taken.items():
-        other = programs["dmidecode"]
-        for name, each in programs.items():
-            print_row(structures, name, each.cpu, each.wall, each.peak, each.above_table, each.size,
-                      each.cpu / other.cpu, each.wall / other.wall, ROUNDS[structures])
-    print_head("start", "processor ms", "wall ms", "peak MiB", "runs")
-    for name, each in start.items():
-        print_row(f"`{name}`", each.cpu, each.wall, each.peak, START_ROUNDS)
-
-    growth = {name: (taken[10000][name].cpu / taken[1000][name].cpu, taken[60000][name].cpu / taken[10000][name].cpu)
-              for name in taken[60]}
-    print_head("growth of processor time", "1,000 to 10,000", "10,000 to 60,000")
-    for name, factors in growth.items():
-        print_row(name, *factors)
-    print_goals(taken, start, growth)
+        compare_sizes(folder)
+        compare_starts(folder)
+        compare_instructions(folder)
+        compare_shapes(folder)
+    print_head("goal", "measured", "")
+    for row in goals:
+        print_row(*row)
 
 
 main()

@@ -24,7 +24,7 @@ test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)
 sanitizer_packages=(clang libclang-rt-14-dev)
 
 # What the benchmarks need on top of building.
-bench_packages=(dmidecode libbenchmark-dev python3 time)
+bench_packages=(dmidecode libbenchmark-dev python3 time valgrind)
 
 # What the live tests need; without these they are skipped.
 live_packages=(bash-completion bsdextrautils cpio fish g++-mingw-w64-x86-64-posix man-db mandoc qemu-system-x86 wine
