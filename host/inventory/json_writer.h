@@ -4,14 +4,38 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <cstdlib>
+#include <new>
 #include <string_view>
 
 namespace embedded_host::inventory
 {
 
+/// RapidJSON never asks whether its allocator had anything to give, so this one throws when it has not.
+class ThrowingAllocator
+{
+public:
+    // RapidJSON's names.
+    static constexpr bool kNeedFree = true;
+    static void* Malloc(std::size_t size) { return size == 0 ? nullptr : given(std::malloc(size)); }
+    static void* Realloc(void* old, std::size_t /*oldSize*/, std::size_t size)
+    {
+        if (size != 0)
+            return given(std::realloc(old, size));
+        Free(old);
+        return nullptr;
+    }
+    static void Free(void* memory) { std::free(memory); }
+
+private:
+    static void* given(void* memory) { return memory != nullptr ? memory : throw std::bad_alloc(); }
+};
+
+using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, ThrowingAllocator>;
+
 /// Writes JSON without blanks. Texts may be any bytes: ill-formed UTF-8 is replaced, and what a terminal would obey is
 /// written as an escape, so a document may be looked at anywhere.
-class JsonWriter : private rapidjson::Writer<rapidjson::StringBuffer>
+class JsonWriter : private rapidjson::Writer<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>
 {
 public:
     JsonWriter() { Reset(buffer_); }
@@ -48,7 +72,7 @@ public:
     }
 
 private:
-    rapidjson::StringBuffer buffer_;
+    JsonBuffer buffer_;
 };
 
 } // namespace embedded_host::inventory
