@@ -27,7 +27,7 @@ class NoDevices : public DeviceSink
     void take(DeviceRecord&& device) override { benchmark::DoNotOptimize(device); }
 };
 
-class NoOutput : public inventory::Output
+class NoOutput : public writing::Output
 {
     void writeThrough(std::string_view text) override { benchmark::DoNotOptimize(text); }
     void complete() override {}

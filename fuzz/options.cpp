@@ -3,8 +3,8 @@
 #include "fuzzing.h"
 #include "lum.h"
 #include "orb5.h"
-#include "services/settings.h"
 #include "services/utf8.h"
+#include "session/settings.h"
 #include "support/memory_file.h"
 #include "support/output_rules.h"
 
@@ -37,7 +37,7 @@ void trySettingsFile(fuzz::Input content)
     static tests::MemoryFile file;
     file.hold(content);
     try {
-        services::readSettings({{}, file.path()});
+        session::readSettings({{}, file.path()});
     } catch (const std::runtime_error& mistake) {
         fuzz::expect(*mistake.what() != '\0', "an empty message");
         return;
@@ -46,7 +46,7 @@ void trySettingsFile(fuzz::Input content)
     bool flag = true;
     if (lum::Resource::getSetting("zorpsysinfosmbios2", "verbose.value", text, lum::LumLocale::getGlobalLocale()))
         lum::LumValue::getCorrectValue(text, lum::LUM_TYPE_BOOL, false).get(flag);
-    services::reportUnusedSettings();
+    session::reportUnusedSettings();
 }
 
 } // namespace

@@ -9,7 +9,7 @@ namespace embedded_host::inventory
 namespace
 {
 
-void writeCapabilities(JsonWriter& json, const std::vector<orb5::DeviceCapability>& capabilities)
+void writeCapabilities(writing::JsonWriter& json, const std::vector<orb5::DeviceCapability>& capabilities)
 {
     json.beginArray();
     for (const auto& capability : capabilities)
@@ -22,7 +22,7 @@ std::string_view view(const orb5::OrbString& text) { return text.lumString().byt
 /// Writes what a value holds, one overload for each kind.
 struct ValueAsJson
 {
-    JsonWriter& json;
+    writing::JsonWriter& json;
 
     void operator()(const orb5::OrbString& text) const { json.text(view(text)); }
     void operator()(int number) const { json.number(number); }
@@ -50,7 +50,7 @@ struct ValueAsJson
     }
 };
 
-void writeChild(JsonWriter& json, const ChildBusId& child)
+void writeChild(writing::JsonWriter& json, const ChildBusId& child)
 {
     json.beginObject();
     json.key("bus");
@@ -63,7 +63,7 @@ void writeChild(JsonWriter& json, const ChildBusId& child)
     json.endObject();
 }
 
-void writeDevice(JsonWriter& json, const DeviceRecord& device)
+void writeDevice(writing::JsonWriter& json, const DeviceRecord& device)
 {
     json.beginObject();
     json.member("uid", device.uid);
@@ -97,7 +97,7 @@ void writeDevice(JsonWriter& json, const DeviceRecord& device)
     json.endObject();
 }
 
-void writeModule(JsonWriter& json, const ModuleInfo& module)
+void writeModule(writing::JsonWriter& json, const ModuleInfo& module)
 {
     json.beginObject();
     json.member("name", module.name);
@@ -147,9 +147,9 @@ void JsonInventory::end()
     output_.write(empty ? "]}\n" : "\n]}\n");
 }
 
-void writeCatalogueAsJson(Output& output)
+void writeCatalogueAsJson(writing::Output& output)
 {
-    JsonWriter json;
+    writing::JsonWriter json;
     json.beginObject();
     json.member("format", "zorp-catalogue-1");
     json.key("properties");

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "embedded_host/inventory.h"
-#include "json_writer.h"
-#include "output.h"
+#include "writing/json_writer.h"
+#include "writing/output.h"
 
 namespace embedded_host::inventory
 {
@@ -14,7 +14,7 @@ class JsonInventory : public DeviceSink
 public:
     enum class Layout { Document, Lines };
 
-    JsonInventory(Output& output, Layout layout) : output_(output), layout_(layout) {}
+    JsonInventory(writing::Output& output, Layout layout) : output_(output), layout_(layout) {}
 
     void take(DeviceRecord&& device) override;
 
@@ -24,13 +24,13 @@ public:
 private:
     void beginDocument();
 
-    Output& output_;
+    writing::Output& output_;
     Layout layout_;
-    JsonWriter writer_;
+    writing::JsonWriter writer_;
     bool begun_ = false;
 };
 
 /// Prints all declarations as one document.
-void writeCatalogueAsJson(Output& output);
+void writeCatalogueAsJson(writing::Output& output);
 
 } // namespace embedded_host::inventory

@@ -99,7 +99,7 @@ std::vector<std::string_view> wrapped(std::string_view text, std::size_t columns
 
 } // namespace
 
-TextInventory::TextInventory(Output& output, Detail detail, Looks looks) : output_(output), looks_(looks)
+TextInventory::TextInventory(writing::Output& output, Detail detail, Looks looks) : output_(output), looks_(looks)
 {
     const auto& language = lum::LumLocale::getGlobalLocale().language();
     notInstalled_ = texts::translation(language, "NotInstalled");
@@ -279,7 +279,7 @@ void TextInventory::layOut(std::string_view line, std::string_view label, std::s
         append(beside, std::string(labelColumns, ' '), parts[i]);
 }
 
-void writeCatalogueAsText(Output& output)
+void writeCatalogueAsText(writing::Output& output)
 {
     constexpr std::size_t kTypeColumns = 21;
     constexpr std::size_t kCapabilityColumns = 15;

@@ -3,8 +3,8 @@
 
 #include "embedded_host/inventory.h"
 #include "kept_texts.h"
-#include "output.h"
 #include "tree.h"
+#include "writing/output.h"
 
 namespace embedded_host::inventory
 {
@@ -26,7 +26,7 @@ struct Looks
 class TextInventory : public DeviceSink
 {
 public:
-    TextInventory(Output& output, Detail detail, Looks looks = {});
+    TextInventory(writing::Output& output, Detail detail, Looks looks = {});
 
     void take(DeviceRecord&& device) override;
     void end();
@@ -48,7 +48,7 @@ private:
     void writeBlock(std::string_view block, std::string_view branch, std::string_view beside);
     void layOut(std::string_view line, std::string_view label, std::string_view left, std::string_view beside);
 
-    Output& output_;
+    writing::Output& output_;
     Looks looks_;
     std::string notInstalled_; ///< the size of an empty memory socket, in the user's language
     std::string unknown_;      ///< an enumerated value that the firmware does not know, likewise
@@ -60,6 +60,6 @@ private:
 };
 
 /// Prints all declarations as a table.
-void writeCatalogueAsText(Output& output);
+void writeCatalogueAsText(writing::Output& output);
 
 } // namespace embedded_host::inventory

@@ -1,6 +1,29 @@
 // The process's language and its texts.
+#include "localization.h"
+
 #include "lum.h"
 #include "texts/translations.h"
+
+#include <algorithm>
+
+namespace embedded_host::services
+{
+
+bool speak(const std::string& wanted)
+{
+    std::string name = wanted.substr(0, wanted.find_first_of(".@"));
+    std::ranges::replace(name, '-', '_');
+    for (const auto& candidate : {name, name.substr(0, name.find('_'))}) {
+        if (texts::speaks(candidate)) {
+            lum::LumLocale::setGlobalLanguage(candidate);
+            return true;
+        }
+    }
+    lum::LumLocale::setGlobalLanguage(std::string(texts::kEnglish));
+    return name.empty() || name == "C" || name == "POSIX";
+}
+
+} // namespace embedded_host::services
 
 namespace lum
 {

@@ -6,13 +6,13 @@
 #include "inventory/json_inventory.h"
 #include "inventory/text_inventory.h"
 #include "platform/surroundings.h"
+#include "services/localization.h"
 #include "services/logging.h"
 #include "services/messages.h"
-#include "services/settings.h"
+#include "settings.h"
 #include "table/library.h"
-#include "texts/translations.h"
+#include "writing/output.h"
 
-#include <algorithm>
 #include <new>
 
 namespace embedded_host
@@ -28,22 +28,6 @@ session::CommandLine& commandLine()
 }
 
 [[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
-
-/// Speaks a language from now on, as users and systems name it: "de_DE.UTF-8" is spoken as "de_DE", else as "de", else
-/// English. Returns whether it is the one that was wanted.
-bool speak(const std::string& wanted)
-{
-    std::string name = wanted.substr(0, wanted.find_first_of(".@"));
-    std::ranges::replace(name, '-', '_');
-    for (const auto& candidate : {name, name.substr(0, name.find('_'))}) {
-        if (texts::speaks(candidate)) {
-            lum::LumLocale::setGlobalLanguage(candidate);
-            return true;
-        }
-    }
-    lum::LumLocale::setGlobalLanguage(std::string(texts::kEnglish));
-    return name.empty() || name == "C" || name == "POSIX";
-}
 
 /// Counts what passes: a discovery without any device asked for some of its settings only.
 class CountingSink : public DeviceSink
@@ -72,7 +56,7 @@ public:
     Receiving& operator=(const Receiving&) = delete;
 };
 
-void printInventory(const session::CommandLine& line, inventory::Output& output)
+void printInventory(const session::CommandLine& line, writing::Output& output)
 {
     if (line.format == session::Format::Text) {
         inventory::Looks looks;
@@ -89,7 +73,7 @@ void printInventory(const session::CommandLine& line, inventory::Output& output)
     }
 }
 
-void print(const session::CommandLine& line, inventory::Output& output)
+void print(const session::CommandLine& line, writing::Output& output)
 {
     const auto& module = moduleInfo();
     switch (line.action) {
@@ -120,7 +104,7 @@ void discover(const SettingsSource& settings, DeviceSink& sink)
     if (callback == nullptr)
         fail("no module has registered a discovery");
     try {
-        services::readSettings(settings);
+        session::readSettings(settings);
     } catch (const std::runtime_error& error) {
         fail(error.what());
     }
@@ -131,7 +115,7 @@ void discover(const SettingsSource& settings, DeviceSink& sink)
     const Receiving receiving(counting);
     callback();
     if (counting.count() != 0)
-        services::reportUnusedSettings();
+        session::reportUnusedSettings();
 }
 
 } // namespace embedded_host
@@ -145,11 +129,11 @@ void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
 {
     platform::prepareStreams();
     try {
-        speak(platform::userLanguage()); // for what may be said of the command line
+        services::speak(platform::userLanguage()); // for what may be said of the command line
         auto line = session::readCommandLine(platform::utf8Arguments(argc, argv));
         lum::LogFactory::setPriority(line.logLevel);
         const auto language = line.language.value_or(platform::userLanguage());
-        if (!speak(language))
+        if (!services::speak(language))
             services::log(services::kInformation, "language",
                           services::message("there are no texts in %1; English is used", language));
         commandLine() = std::move(line);
@@ -164,7 +148,7 @@ int SysInfoModule::start()
     const std::string name = line.output.value_or(services::message("standard output"));
     try {
         const auto output =
-            line.output ? inventory::fileOutput(platform::pathFromUtf8(*line.output)) : inventory::standardOutput();
+            line.output ? writing::fileOutput(platform::pathFromUtf8(*line.output)) : writing::standardOutput();
         print(line, *output);
         output->finish();
     } catch (const std::system_error& error) {

@@ -1,6 +1,6 @@
 // Texts, settings and logging.
-#include "services/settings.h"
 #include "services/utf8.h"
+#include "session/settings.h"
 #include "support/recorded_session.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 namespace
 {
 
-using embedded_host::services::readSettings;
+using embedded_host::session::readSettings;
 using lum::String;
 
 TEST(Strings, TrimDropsAsciiWhiteSpaceOnly)

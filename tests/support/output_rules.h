@@ -2,14 +2,14 @@
 #pragma once
 
 #include "embedded_host/inventory.h"
-#include "inventory/output.h"
 #include "log_recorder.h"
+#include "writing/output.h"
 
 namespace tests
 {
 
 /// An output whose text stays in memory.
-class TextOutput : public embedded_host::inventory::Output
+class TextOutput : public embedded_host::writing::Output
 {
 public:
     /// All that was written; finishes the output.

@@ -1,20 +1,22 @@
 // Settings: an INI file, read with Boost.PropertyTree, under what the command line says.
 #include "settings.h"
 
-#include "logging.h"
 #include "lum.h"
-#include "messages.h"
 #include "module_name.h"
 #include "platform/files.h"
 #include "platform/surroundings.h"
+#include "services/logging.h"
+#include "services/messages.h"
 
 #include <boost/property_tree/ini_parser.hpp>
 
 #include <map>
 #include <sstream>
 
-namespace embedded_host::services
+namespace embedded_host::session
 {
+
+using services::message;
 
 namespace
 {
@@ -72,7 +74,7 @@ void readFileInto(Settings& into, const std::filesystem::path& path)
     } catch (const boost::property_tree::ini_parser_error& error) {
         throw std::runtime_error(message("settings file %1, line %2: %3", name, error.line(), error.message()));
     } catch (const std::system_error& error) {
-        throw std::runtime_error(message("settings file %1: %2", name, reason(error)));
+        throw std::runtime_error(message("settings file %1: %2", name, services::reason(error)));
     }
 }
 
@@ -92,23 +94,24 @@ void reportUnusedSettings()
 {
     for (const auto& [key, setting] : settings().given)
         if (!setting.asked)
-            log(kWarning, "settings",
-                message("the setting %1 is not known and has no effect",
-                        key.substr(0, key.size() - kKeyEnding.size())));
+            services::log(services::kWarning, "settings",
+                          message("the setting %1 is not known and has no effect",
+                                  key.substr(0, key.size() - kKeyEnding.size())));
     for (const auto& [place, setting] : settings().fromFile)
         if (!setting.asked)
-            log(kWarning, "settings",
+            services::log(
+                services::kWarning, "settings",
                 message("the settings file's [%1] %2 is not known and has no effect", place.first, place.second));
 }
 
-} // namespace embedded_host::services
+} // namespace embedded_host::session
 
 namespace lum
 {
 
 bool Resource::getSetting(const char* section, const char* key, String& out, const LumLocale& /*locale*/)
 {
-    auto& settings = embedded_host::services::settings();
+    auto& settings = embedded_host::session::settings();
     const auto given = settings.given.find(key);
     const auto fromFile = settings.fromFile.find({section, key});
     if (fromFile != settings.fromFile.end()) {

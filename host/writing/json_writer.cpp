@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
-namespace embedded_host::inventory
+namespace embedded_host::writing
 {
 
 namespace
@@ -74,4 +74,4 @@ void JsonWriter::plain(std::string_view value)
     out[value.size()] = '"';
 }
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::writing

@@ -8,7 +8,7 @@
 #include <new>
 #include <string_view>
 
-namespace embedded_host::inventory
+namespace embedded_host::writing
 {
 
 /// RapidJSON never asks whether its allocator had anything to give, so this one throws when it has not.
@@ -75,4 +75,4 @@ private:
     JsonBuffer buffer_;
 };
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::writing

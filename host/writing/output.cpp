@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <fstream>
 
-namespace embedded_host::inventory
+namespace embedded_host::writing
 {
 
 namespace
@@ -114,4 +114,4 @@ std::unique_ptr<Output> fileOutput(const std::filesystem::path& path)
     return std::make_unique<WholeFile>(std::filesystem::canonical(path));
 }
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::writing

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace embedded_host::inventory
+namespace embedded_host::writing
 {
 
 /// Collects text and hands it on in large pieces. Every failure is a std::system_error.
@@ -33,4 +33,4 @@ std::unique_ptr<Output> standardOutput();
 /// A file; a device or pipe that is already there is written to as it stands.
 std::unique_ptr<Output> fileOutput(const std::filesystem::path& path);
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::writing

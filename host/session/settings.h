@@ -3,7 +3,7 @@
 
 #include "embedded_host/settings_source.h"
 
-namespace embedded_host::services
+namespace embedded_host::session
 {
 
 /// Reads the settings anew. Throws std::runtime_error that says what is wrong and where; the settings before stay.
@@ -12,4 +12,4 @@ void readSettings(const SettingsSource& source);
 /// Logs what was set but never asked for since the last `readSettings`: most likely a mistyped name.
 void reportUnusedSettings();
 
-} // namespace embedded_host::services
+} // namespace embedded_host::session
