@@ -82,13 +82,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     const unsigned source = fuzz::takeChoice(input);
     std::vector<tests::LogLine> log;
     const Remarks remarks = [&](const std::string& remark) { log.push_back({3, "Smbios2", remark}); };
+    Faults faults;
     std::optional<Image> image;
     try {
-        image.emplace(read(source, input, remarks), remarks);
+        auto raw = read(source, input, remarks);
+        faults.restart([&](const std::string& line) { log.push_back({3, "Smbios2", line}); });
+        image.emplace(std::move(raw), faults);
     } catch (const TableError&) {
         return 0;
     }
     fuzz::expectNone(tests::faultInLog(log));
-    expectSame(*image, Image(read(0, image->dump(), remarks), remarks));
+    expectSame(*image, Image(read(0, image->dump(), remarks), faults));
     return 0;
 }

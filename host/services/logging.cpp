@@ -25,6 +25,18 @@ LogSink& sink()
     return current;
 }
 
+struct Listener
+{
+    int priority;
+    LogSink hear;
+};
+
+std::optional<Listener>& listener()
+{
+    static std::optional<Listener> current;
+    return current;
+}
+
 using Told = std::optional<std::set<std::string>>;
 
 /// What a ShortLog has let pass; none when there is no ShortLog.
@@ -62,6 +74,10 @@ void log(int priority, const char* name, const std::string& message)
     lum::LogFactory::createLogger(name, logger);
     logger->log(priority, lum::LoggerStream() + lum::String(message));
 }
+
+LogListener::LogListener(int priority, LogSink hear) { listener() = {priority, std::move(hear)}; }
+
+LogListener::~LogListener() { listener().reset(); }
 
 ShortLog::ShortLog() { told().emplace(); }
 
@@ -103,7 +119,9 @@ LOGGER_PRIORITY Logger::resolvePriority() const { return std::max(priority, LogF
 bool Logger::log(LOGGER_PRIORITY at, const LoggerStream& message)
 {
     using namespace embedded_host::services;
-    if (at < resolvePriority())
+    if (listener() && at >= listener()->priority)
+        listener()->hear(at, name_, message.text());
+    if (at < std::max(priority, processPriority))
         return false;
     const int error = errno; // whoever logs an error may still tell its number
     const auto text = shortened(at, message.text());
@@ -115,7 +133,11 @@ bool Logger::log(LOGGER_PRIORITY at, const LoggerStream& message)
     return text.has_value();
 }
 
-LOGGER_PRIORITY LogFactory::getPriority() { return processPriority; }
+LOGGER_PRIORITY LogFactory::getPriority()
+{
+    const auto& heard = embedded_host::services::listener();
+    return heard ? std::min(processPriority, heard->priority) : processPriority;
+}
 
 void LogFactory::setPriority(LOGGER_PRIORITY priority) { processPriority = priority; }
 

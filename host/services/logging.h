@@ -23,6 +23,17 @@ LogSink setLogSink(LogSink sink);
 /// Logs a message of the host's own part `logger`.
 void log(int priority, const char* logger, const std::string& message);
 
+/// Hears what modules log at this priority and above as long as it lives, whatever is then written: modules do not even
+/// make a message that nobody takes.
+class LogListener
+{
+public:
+    LogListener(int priority, LogSink hear);
+    ~LogListener();
+    LogListener(const LogListener&) = delete;
+    LogListener& operator=(const LogListener&) = delete;
+};
+
 /// Keeps the log short as long as it lives, whatever a table holds: each message from a warning up is logged
 /// once, and after 49 of them one more line says that the rest is left out.
 class ShortLog

@@ -5,6 +5,7 @@
 #include "devices/registry.h"
 #include "inventory/json_inventory.h"
 #include "inventory/text_inventory.h"
+#include "module_name.h"
 #include "platform/surroundings.h"
 #include "services/localization.h"
 #include "services/logging.h"
@@ -13,6 +14,7 @@
 #include "table/library.h"
 #include "writing/output.h"
 
+#include <charconv>
 #include <new>
 
 namespace embedded_host
@@ -29,7 +31,8 @@ session::CommandLine& commandLine()
 
 [[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
 
-/// Counts what passes: a discovery without any device asked for some of its settings only.
+/// Counts what passes, since a discovery without any device asked for some of its settings only, and lets the table
+/// library know which structures have devices.
 class CountingSink : public DeviceSink
 {
 public:
@@ -37,6 +40,7 @@ public:
     void take(DeviceRecord&& device) override
     {
         ++count_;
+        table::noteDevice();
         next_.take(std::move(device));
     }
     std::size_t count() const { return count_; }
@@ -55,6 +59,20 @@ public:
     Receiving(const Receiving&) = delete;
     Receiving& operator=(const Receiving&) = delete;
 };
+
+/// Takes from the module's log which memory sizes no memory has.
+void hearSizes(std::string_view logger, std::string_view text)
+{
+    unsigned message = 0;
+    unsigned exponent = 0;
+    std::from_chars(text.data(), text.data() + text.size(), message);
+    const bool isSize = message == 699 || message == 758 || message == 775;
+    if (!isSize || logger != kModuleName)
+        return;
+    const auto number = text.substr(text.rfind(' ') + 1);
+    std::from_chars(number.data(), number.data() + number.size(), exponent);
+    table::noteUnrealisticSize(exponent, message);
+}
 
 void printInventory(const session::CommandLine& line, writing::Output& output)
 {
@@ -111,6 +129,7 @@ void discover(const SettingsSource& settings, DeviceSink& sink)
     table::beginDiscovery();
 
     const services::ShortLog shortLog;
+    const services::LogListener sizes(services::kError, [](int, auto logger, auto text) { hearSizes(logger, text); });
     CountingSink counting(sink);
     const Receiving receiving(counting);
     callback();

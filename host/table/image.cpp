@@ -1,11 +1,9 @@
 // Walking a table and indexing its structures.
 #include "image.h"
 
-#include "services/messages.h"
-
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
+#include <functional>
 
 namespace embedded_host::table
 {
@@ -13,17 +11,15 @@ namespace embedded_host::table
 namespace
 {
 
-using services::message;
-
 constexpr unsigned char kEndOfTable = 127;
 constexpr std::size_t kHeader = 4;
 
-std::string hex(std::size_t number)
+std::uint16_t handleAt(View table, std::size_t offset)
 {
-    std::array<char, 20> text{};
-    std::snprintf(text.data(), text.size(), "0x%zX", number);
-    return text.data();
+    return static_cast<std::uint16_t>(littleEndian(table, offset + 2, 2));
 }
+
+std::uint32_t narrow(std::size_t number) { return static_cast<std::uint32_t>(number); }
 
 } // namespace
 
@@ -41,51 +37,58 @@ std::optional<std::size_t> endOfStrings(View bytes, std::size_t offset)
     return std::nullopt;
 }
 
-Image::Image(RawTable raw, const Remarks& faults) : raw_(std::move(raw)), length_(raw_.bytes.size())
+Image::Image(RawTable raw, Faults& faults)
+    : raw_(std::move(raw)), length_(raw_.bytes.size()), hasDevice_(raw_.bytes.size())
 {
     raw_.bytes.resize(length_ + kZeroTail);
     index(walk(faults));
 }
 
-std::vector<Image::Found> Image::walk(const Remarks& faults)
+std::vector<Image::Found> Image::walk(Faults& faults)
 {
     const View table = View(raw_.bytes).first(length_);
     const std::size_t limit = raw_.entryPoint ? raw_.entryPoint->structures : 0;
-    const auto fault = [&](std::size_t offset, const std::string& text) {
-        faults(message("structure at offset %1: %2", hex(offset), text));
+    std::size_t offset = 0;
+    const auto fault = [&](FaultKind kind, std::size_t first, std::size_t second = 0) {
+        const bool hasHandle = kind != FaultKind::HeaderCut;
+        faults.add({kind, hasHandle, hasHandle ? handleAt(table, offset) : std::uint16_t{0}, narrow(offset),
+                    narrow(first), narrow(second)});
     };
 
     std::vector<Found> found;
-    std::size_t offset = 0;
-    while (offset < length_ && (limit == 0 || found.size() < limit)) {
+    bool ended = false; // at a type 127 that ends the table, or at bytes that are no structure
+    while (!ended && offset < length_ && (limit == 0 || found.size() < limit)) {
+        ended = true;
         if (length_ - offset < kHeader) {
-            fault(offset, message("only %1 bytes of its header lie in the table; dropped", length_ - offset));
-            return found;
+            fault(FaultKind::HeaderCut, length_ - offset);
+            break;
         }
         const unsigned char type = table[offset];
         const std::size_t length = table[offset + 1];
         if (length < kHeader) {
-            fault(offset, message("its length is %1, less than its header; the table ends here", length));
-            return found;
+            fault(FaultKind::LengthBelowHeader, length);
+            break;
         }
         if (length > length_ - offset) {
-            fault(offset, message("its formatted area of %1 bytes runs past the end of the table at %2; dropped",
-                                  length, hex(length_)));
-            return found;
+            fault(FaultKind::AreaPastEnd, length, length_);
+            break;
         }
-        found.push_back({static_cast<std::uint32_t>(offset), type});
+        found.push_back({narrow(offset), type});
 
         const auto end = endOfStrings(table, offset + length);
         if (!end)
-            fault(offset, message("its strings run past the end of the table at %1; cut there", hex(length_)));
+            fault(FaultKind::StringsPastEnd, length_);
         longest_ = std::max(longest_, end.value_or(length_) - offset);
         offset = end.value_or(length_);
-        if (type == kEndOfTable && limit == 0)
-            return found;
+        ended = type == kEndOfTable && limit == 0;
     }
     if (found.size() < limit)
-        faults(message("the table ends at offset %1 after %2 structures; its entry point announced %3", hex(offset),
-                       found.size(), limit));
+        faults.add({.kind = FaultKind::CountDiffers,
+                    .offset = narrow(offset),
+                    .first = narrow(found.size()),
+                    .second = narrow(limit)});
+    else if (!ended && limit == 0)
+        faults.add({.kind = FaultKind::EndMissing});
     return found;
 }
 
@@ -107,6 +110,30 @@ const unsigned char* Image::find(unsigned char type, std::size_t index) const
     const std::size_t first = firstOfType_[type];
     const std::size_t behind = firstOfType_[type + std::size_t{1}];
     return index < behind - first ? raw_.bytes.data() + offsets_[first + index] : nullptr;
+}
+
+std::optional<std::uint32_t> Image::offsetOf(const void* structure) const
+{
+    const auto* start = static_cast<const unsigned char*>(structure);
+    const std::less<> before; // a total order, whatever the pointer points into
+    if (before(start, raw_.bytes.data()) || !before(start, raw_.bytes.data() + length_))
+        return std::nullopt;
+    return static_cast<std::uint32_t>(start - raw_.bytes.data());
+}
+
+StructurePlace Image::place(std::uint32_t offset) const
+{
+    return {offset, raw_.bytes[offset], raw_.bytes[offset + 1], handleAt(raw_.bytes, offset)};
+}
+
+std::vector<StructurePlace> Image::withoutDevice() const
+{
+    std::vector<StructurePlace> others;
+    for (const auto offset : offsets_)
+        if (!hasDevice_[offset])
+            others.push_back(place(offset));
+    std::ranges::sort(others, {}, &StructurePlace::offset);
+    return others;
 }
 
 Bytes Image::dump() const

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "entry_point.h"
+#include "faults.h"
 
 #include <array>
-#include <functional>
 
 namespace embedded_host::table
 {
@@ -29,13 +29,28 @@ class Image
 public:
     /// Walks the table once. It ends at the entry point's structure count where there is one, else at the type 127
     /// structure, in every case at the last byte.
-    Image(RawTable raw, const Remarks& faults);
+    Image(RawTable raw, Faults& faults);
 
     /// The start of structure `index` of this type; null when there is none. Behind the table's last byte lie
     /// kZeroTail zero bytes.
     const unsigned char* find(unsigned char type, std::size_t index) const;
 
+    /// How far a structure's start is behind the table's; nothing when it is not in this table.
+    std::optional<std::uint32_t> offsetOf(const void* structure) const;
+
+    /// The structure that starts there.
+    StructurePlace place(std::uint32_t offset) const;
+
+    /// Keeps that a device was made of the structure that starts there.
+    void markDevice(std::uint32_t offset) { hasDevice_[offset] = true; }
+
+    /// All other structures, in table order.
+    std::vector<StructurePlace> withoutDevice() const;
+
     const Version& version() const { return raw_.version; }
+
+    /// Bytes of the table.
+    std::size_t length() const { return length_; }
 
     /// Structures of all types.
     std::size_t structures() const { return offsets_.size(); }
@@ -53,7 +68,7 @@ private:
         std::uint32_t offset;
         unsigned char type;
     };
-    std::vector<Found> walk(const Remarks& faults);
+    std::vector<Found> walk(Faults& faults);
     void index(const std::vector<Found>& found);
 
     RawTable raw_;
@@ -61,6 +76,7 @@ private:
     std::size_t longest_ = 0;                      ///< structure, string set included
     std::array<std::uint32_t, 257> firstOfType_{}; ///< where a type's offsets begin; the next type's is their end
     std::vector<std::uint32_t> offsets_;           ///< of all structures, by type, in table order within a type
+    std::vector<bool> hasDevice_;                  ///< by offset
 };
 
 } // namespace embedded_host::table

@@ -13,12 +13,44 @@ namespace embedded_host::table
 namespace
 {
 
+void report(int priority, const std::string& message) { services::log(priority, "Smbios2", message); }
+
+void warn(const std::string& message) { report(services::kWarning, message); }
+
+void silent(const std::string& /*message*/) {}
+
 struct Library
 {
     std::optional<Image> image;
     bool current = false;                    ///< the image was read for the discovery under way
     bool fromFile = false;                   ///< and it came from a file
     std::unique_ptr<FirmwareTable> firmware; ///< found by isPresent, read by populateTable
+    const void* visited = nullptr;           ///< the structure that was handed out last
+    Faults faults;                           ///< of the image and its sources
+
+    /// No table is in memory any more.
+    void drop()
+    {
+        image.reset();
+        current = false;
+        visited = nullptr;
+    }
+
+    void take(RawTable raw, bool isFromFile)
+    {
+        drop();
+        image.emplace(std::move(raw), faults);
+        current = true;
+        fromFile = isFromFile;
+    }
+
+    /// Looks for the firmware's table anew.
+    void find()
+    {
+        firmware.reset();
+        faults.restart(warn);
+        firmware = findFirmwareTable();
+    }
 };
 
 Library& library()
@@ -37,19 +69,52 @@ std::optional<Version> currentVersion()
     return std::nullopt;
 }
 
-void report(int priority, const std::string& message) { services::log(priority, "Smbios2", message); }
-
-void warn(const std::string& message) { report(services::kWarning, message); }
-
-void silent(const std::string& /*message*/) {}
-
 } // namespace
 
 void beginDiscovery()
 {
     library().current = false;
+    library().visited = nullptr;
     library().firmware.reset();
+    library().faults.restart(nullptr);
 }
+
+void noteDevice()
+{
+    if (library().visited != nullptr)
+        library().image->markDevice(*library().image->offsetOf(library().visited));
+}
+
+void noteMissingString(const void* structure, unsigned char number)
+{
+    const auto& image = library().image;
+    if (const auto offset = image ? image->offsetOf(structure) : std::nullopt)
+        library().faults.addMissingString(image->place(*offset), number);
+}
+
+void noteUnrealisticSize(unsigned exponent, unsigned message)
+{
+    if (library().visited == nullptr)
+        return;
+    const auto& image = *library().image;
+    const auto place = image.place(*image.offsetOf(library().visited));
+    library().faults.add({FaultKind::SizeUnrealistic, true, place.handle, place.offset, exponent, message});
+}
+
+std::optional<Summary> summary()
+{
+    if (!library().current)
+        return std::nullopt;
+    const auto& image = *library().image;
+    return Summary{library().fromFile, image.version().text(), image.length(), image.structures()};
+}
+
+std::vector<StructurePlace> structuresWithoutDevice()
+{
+    return library().current ? library().image->withoutDevice() : std::vector<StructurePlace>();
+}
+
+const Faults& faults() { return library().faults; }
 
 } // namespace embedded_host::table
 
@@ -71,7 +136,7 @@ int Smbios2::isPresent()
     if (library.current)
         return 1;
     try {
-        library.firmware = table::findFirmwareTable();
+        library.find();
         return 1;
     } catch (const table::TableError& error) {
         table::report(services::kError, services::message("no SMBIOS table: %1", error.what()));
@@ -85,18 +150,12 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
     if (library.current && (library.fromFile || !refresh))
         return POPULATE_TABLE_IN_MEMORY;
     try {
-        if (refresh)
-            library.firmware.reset();
-        if (!library.firmware)
-            library.firmware = table::findFirmwareTable();
-        auto raw = library.firmware->read();
-        library.image.emplace(std::move(raw), table::warn);
-        library.current = true;
-        library.fromFile = false;
+        if (refresh || !library.firmware)
+            library.find();
+        library.take(library.firmware->read(), false);
         return POPULATE_TABLE_READ;
     } catch (const table::TableError& error) {
-        library.image.reset();
-        library.current = false;
+        library.drop();
         table::report(services::kError, services::message("cannot read the SMBIOS table: %1", error.what()));
         errno = error.error();
         return error.result();
@@ -106,13 +165,11 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
 bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
 {
     auto& library = table::library();
-    library.image.reset();
-    library.current = false;
+    library.drop();
+    library.faults.restart(log ? table::warn : table::Faults::Log());
     const table::Remarks remarks = log ? table::warn : table::silent;
     try {
-        library.image.emplace(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), remarks);
-        library.current = true;
-        library.fromFile = true;
+        library.take(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), true);
     } catch (const std::runtime_error& error) {
         table::report(services::kError, error.what());
     }
@@ -137,6 +194,7 @@ int Smbios2::readStructure(unsigned char type, const void** out, unsigned int in
 {
     const auto& image = table::library().image;
     const auto* structure = image ? image->find(type, index) : nullptr;
+    table::library().visited = structure;
     if (structure == nullptr)
         return 1;
     *out = structure;

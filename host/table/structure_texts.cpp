@@ -1,4 +1,5 @@
 // Strings of structures, and texts of enumerated fields in English and in the current language.
+#include "library.h"
 #include "smbios2.h"
 #include "texts/enum_texts.h"
 #include "texts/translations.h"
@@ -29,11 +30,13 @@ const char* Smbios2_SysInfo::getString(const type_hdr* structure, unsigned char 
         return nullptr;
     // An empty text ends the numbering; the zeros behind the table end a set that was cut.
     const auto* text = static_cast<const char*>(static_cast<const void*>(structure)) + structure->length;
+    unsigned left = number;
     while (*text != '\0') {
-        if (--number == 0)
+        if (--left == 0)
             return text;
         text += std::strlen(text) + 1;
     }
+    embedded_host::table::noteMissingString(structure, number);
     return nullptr;
 }
 

@@ -196,25 +196,124 @@ TEST(Walk, EndsWhereTheEntryPointSays)
                                       "the table ends at offset 0x1A after 3 structures; its entry point announced 9"});
 }
 
-TEST(Walk, FaultsAreLoggedOnceWithTheirOffset)
+using Texts = std::vector<std::string>;
+
+std::string handleText(std::uint16_t handle)
 {
-    const auto faultsOf = [](unsigned char length, std::size_t cut) {
-        TableBuilder table;
-        table.add(0, 0x0000, 0x18).text(0x04, "Zorp");
-        table.add(2, 0x0001, 0x08).text(0x04, "Board").put(byte(0x01), length);
+    return orb5::OrbDiscreteMeasurement(orb5::OrbUnitType::HEXADECIMAL16(), handle)
+        .toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())
+        .lumString()
+        .bytes();
+}
+
+/// The faults that a discovery of these bytes met: "strings-past-end 30 0x0001".
+Texts records(const Bytes& content)
+{
+    tests::discover(content);
+    Texts lines;
+    for (const auto& fault : embedded_host::table::faults().all())
+        lines.push_back(std::string(nameOf(fault.kind)) + " " + std::to_string(fault.offset) + " " +
+                        (fault.hasHandle ? handleText(fault.handle) : "null"));
+    return lines;
+}
+
+TEST(Walk, EveryFaultIsARecordAndALineWithItsOffset)
+{
+    TableBuilder table;
+    table.add(0, 0x0000, 0x18).text(0x04, "Zorp");
+    table.add(2, 0x00AB, 0x08).text(0x04, "Board"); // from 1Eh to 2Dh
+    const auto wide = [&](unsigned char length, std::size_t cut) {
         auto dump = table.dump64(3, 0, 0);
+        dump[0x20 + 0x1E + 1] = length;
         dump.resize(dump.size() - cut);
-        return faults(dump);
+        return dump;
     };
-    using Texts = std::vector<std::string>;
-    EXPECT_EQ(faultsOf(8, 0), Texts{});
-    EXPECT_EQ(faultsOf(3, 0),
-              Texts{"structure at offset 0x1E: its length is 3, less than its header; the table ends here"});
-    EXPECT_EQ(faultsOf(0x10, 0), Texts{"structure at offset 0x1E: its formatted area of 16 bytes runs past the end "
-                                       "of the table at 0x2D; dropped"});
-    EXPECT_EQ(faultsOf(8, 1), Texts{"structure at offset 0x1E: its strings run past the end of the table at 0x2C; cut "
-                                    "there"});
-    EXPECT_EQ(faultsOf(8, 13), Texts{"structure at offset 0x1E: only 2 bytes of its header lie in the table; dropped"});
+    const char* const kNoEnd = "the table has no end marker (type 127); it ends with its last byte";
+    const struct
+    {
+        Bytes content;
+        Texts records;
+        Texts log;
+    } cases[] = {
+        {smallTable().dump64(3, 0, 0), {}, {}},
+        {smallTable().dump32(2, 7), {}, {}},
+        {wide(8, 0), {"end-missing 0 null"}, {kNoEnd}},
+        {wide(3, 0),
+         {"length-below-header 30 0x00AB"},
+         {"structure at offset 0x1E: its length is 3, less than its header; the table ends here"}},
+        {wide(0x10, 0),
+         {"area-past-end 30 0x00AB"},
+         {"structure at offset 0x1E: its formatted area of 16 bytes runs past the end of the table at 0x2D; dropped"}},
+        {wide(8, 1),
+         {"strings-past-end 30 0x00AB", "end-missing 0 null"},
+         {"structure at offset 0x1E: its strings run past the end of the table at 0x2C; cut there", kNoEnd}},
+        {wide(8, 13),
+         {"header-cut 30 null"},
+         {"structure at offset 0x1E: only 2 bytes of its header lie in the table; dropped"}},
+        {with(table.dump32(2, 7), 0x20 + 0x1F, {3}),
+         {"length-below-header 30 0x00AB", "count-differs 30 null"},
+         {"structure at offset 0x1E: its length is 3, less than its header; the table ends here",
+          "the table ends at offset 0x1E after 1 structures; its entry point announced 2"}},
+    };
+    for (const auto& each : cases) {
+        EXPECT_EQ(records(each.content), each.records);
+        EXPECT_EQ(faults(each.content), each.log);
+    }
+}
+
+TEST(Faults, AStructureTellsOnceThatStringsAreMissing)
+{
+    TableBuilder table;
+    auto& board = table.add(2, 0x0002, 0x0B).text(0x04, "One");
+    for (const unsigned offset : {0x05u, 0x06u, 0x08u})
+        board.put(byte(offset), offset == 0x06 ? 9 : 7); // 7, 9 and again 7
+    table.add(2, 0x0002, 0x08).put(byte(0x07), 1);
+    table.add(11, 0x000B, 0x05).put(byte(0x04), 2).string("only one");
+    const auto told = records(table.end().dump64(3, 2, 0));
+    EXPECT_EQ(told, (Texts{"string-missing 0 0x0002", "string-missing 16 0x0002", "string-missing 26 0x000B"}));
+    const auto& all = embedded_host::table::faults();
+    EXPECT_EQ(all.sentence(all.all()[0]), "it asks for string 7 and 1 more that its set does not have");
+    EXPECT_EQ(all.sentence(all.all()[1]), "it asks for string 1, which its set does not have");
+    EXPECT_EQ(faults(table.dump64(3, 2, 0)), Texts{});
+}
+
+TEST(Faults, ASizeThatNoMemoryHasBelongsToItsStructureWhateverIsLogged)
+{
+    TableBuilder table; // all of one handle, and one text of the log
+    table.add(6, 0x0006, 0x0B).put(byte(0x09), 0x28).put(byte(0x0A), 0x28);
+    table.add(5, 0x0006, 0x09).put(byte(0x08), 0x28);
+    table.add(6, 0x0006, 0x0B).put(byte(0x09), 0x0A).put(byte(0x0A), 0x28);
+    const auto before = lum::LogFactory::getPriority();
+    lum::LogFactory::setPriority(5);
+    const auto told = records(table.end().dump64(3, 2, 0));
+    lum::LogFactory::setPriority(before);
+    EXPECT_EQ(told, (Texts{"size-unrealistic 13 0x0006", "size-unrealistic 0 0x0006", "size-unrealistic 0 0x0006",
+                           "size-unrealistic 24 0x0006"}));
+    const auto& all = embedded_host::table::faults();
+    EXPECT_EQ(all.sentence(all.all()[1]), "its memory size of 2 to the power of 40 MB is not realistic (message 758)");
+}
+
+TEST(Others, AreTheStructuresThatNoDeviceWasMadeOf)
+{
+    TableBuilder table;
+    table.add(126, 0x0007, 0x06);                                  // 0, of no known type
+    table.add(2, 0x0007, 0x08);                                    // 8, the same handle twice
+    table.add(131, 0x0007, 0x0B).text(0x0A, "IBM System Metrics"); // 18
+    table.add(131, 0x0007, 0x0B).text(0x0A, "Quillet");            // 49, of another shape
+    table.add(10, 0x0007, 0x08);                                   // 69, two devices
+    table.add(10, 0x0007, 0x04);                                   // 79, none
+    table.add(8, 0x0007, 0x09);                                    // 85, with a group behind it
+    table.add(0, 0x0007, 0x18).text(0x04, "LENOVO");               // 96
+    const auto others = [&](const tests::Settings& settings) {
+        tests::discover(table, settings);
+        std::string text;
+        for (const auto& [offset, type, length, handle] : embedded_host::table::structuresWithoutDevice())
+            text += std::to_string(offset) + ":" + std::to_string(type) + "/" + std::to_string(length) + " ";
+        return text;
+    };
+    table.end();
+    EXPECT_EQ(others({}), "0:126/6 49:131/11 79:10/4 128:127/4 ");
+    EXPECT_EQ(others({{"verbose", "no"}}), "0:126/6 49:131/11 69:10/8 79:10/4 85:8/9 128:127/4 ");
 }
 
 TEST(Walk, StringSets)

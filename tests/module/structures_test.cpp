@@ -46,7 +46,7 @@ TEST(LegacyMemory, SizesTooLargeAreLogged)
               (Texts{"699 Unrealistically large memory size for SMBIOS device with handle 00ABh, it is 160",
                      "758 Unrealistically large memory size for SMBIOS device with handle 00CDh, it is 40",
                      "775 Unrealistically large memory size for SMBIOS device with handle 00CDh, it is 41"}));
-    EXPECT_EQ(recorded.log.front().priority, 4);
+    EXPECT_EQ(recorded.log.back().priority, 4);
 }
 
 TEST(MemoryDevices, HaveASpeedFromVersion23On)

@@ -86,6 +86,7 @@ TEST(Json, TheDocumentToTheByte)
     TableBuilder table;
     table.add(2, 0x0002, 0x11).text(0x04, "A\"\\\t\n\x1B\x7F\xC2\x9B\xE4\xB8\xAD\xE2\x80\xAE/\xFF").put(byte(0x0E), 1);
     table.add(24, 0x0018, 0x05).put(byte(0x04), 0x01);
+    table.end();
     const TemporaryFolder folder;
     const auto path = folder.file("t.dmi", table.dump64(3, 2, 0)).string();
     const auto run = program("-f json -s verbose=0 -s LoadTable=" + path);
