@@ -108,6 +108,13 @@ bool isNumbering(std::string_view word, std::string_view rest)
     return isDigit(word.front()) ? word.size() <= 3 : word.size() == 1 && !rest.empty() && isDigit(rest.front());
 }
 
+std::string_view withoutBlanksAround(std::string_view text)
+{
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    text.remove_prefix(std::min(text.size(), text.find_first_not_of(kBlanks)));
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
 /// Whether all words of a text are among the known ones; numbers beside them do not count.
 bool saysNothing(std::string_view text, Kind kind)
 {
@@ -202,6 +209,7 @@ bool isBlank(std::string_view text)
 
 bool isPlaceholder(std::string_view text, Kind kind)
 {
+    text = withoutBlanksAround(text);
     if (kind == Kind::Uuid)
         return isNoUuid(text) || isNoSerial(text);
     return saysNothing(text, kind) || (kind == Kind::Serial && isNoSerial(text));

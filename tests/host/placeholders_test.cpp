@@ -53,7 +53,7 @@ TEST(Placeholders, AreToldFromRealTexts)
           "PowerEdge R630", "OEMs", "12345678"}},
         {Kind::Place, {"BANK 0", "DIMM 1", "System Board", "CPU", "A1"}},
         {Kind::Serial,
-         {"41C1D5BE", "5E0071C4", "1", "111", "10203", "1235", "01234567899", "9876543219", "ABCDE",
+         {"41C1D5BE", " 41C1D5BE ", "5E0071C4", "1", "111", "10203", "1235", "01234567899", "9876543219", "ABCDE",
           "PHKS1234567890123456A", "ABCDEFGHI1234", "98765x"}},
         {Kind::Uuid,
          {"4C4C4544-0051-3510-8052-B4C04F4D3332", "01-02-03-04-05-06-07-08-09-0A-0B-0C-0D-0E-0F-10", "03000200"}},
