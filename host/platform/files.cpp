@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <new>
 
 namespace embedded_host::platform
 {
@@ -22,6 +23,8 @@ Bytes readFile(const std::filesystem::path& path, std::size_t limit)
 
     errno = 0;
     std::ifstream file(path, std::ios::binary);
+    if (!file && errno == ENOMEM)
+        throw std::bad_alloc();
     if (!file)
         throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), utf8FromPath(path));
 

@@ -5,6 +5,7 @@
 #include "devices/registry.h"
 #include "inventory/json_inventory.h"
 #include "inventory/text_inventory.h"
+#include "lack_of_memory.h"
 #include "module_name.h"
 #include "platform/surroundings.h"
 #include "services/localization.h"
@@ -164,20 +165,22 @@ void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
 int SysInfoModule::start()
 {
     const auto& line = commandLine();
-    const std::string name = line.output.value_or(services::message("standard output"));
     try {
         const auto output =
             line.output ? writing::fileOutput(platform::pathFromUtf8(*line.output)) : writing::standardOutput();
         print(line, *output);
         output->finish();
     } catch (const std::system_error& error) {
+        const auto name = line.output.value_or(services::message("standard output"));
         const auto sentence = services::message("cannot write %1: %2", name, services::reason(error));
         // What the caller prints of the exception is lost with the rest of a broken standard output.
         if (!line.output)
             services::log(services::kFatal, "output", sentence);
         fail(sentence);
     } catch (const std::bad_alloc&) {
-        fail(services::message("there is not enough memory for this inventory"));
+        if (!line.output)
+            session::logLackOfMemory();
+        fail(std::string(session::lackOfMemory()));
     }
     return 0;
 }

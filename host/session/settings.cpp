@@ -66,6 +66,7 @@ void readFileInto(Settings& into, const std::filesystem::path& path)
         if (text.starts_with("\xEF\xBB\xBF"))
             text.erase(0, 3);
         std::istringstream stream(text);
+        stream.exceptions(std::ios::badbit); // else a lack of memory passes for the end of the file
         boost::property_tree::ptree tree;
         boost::property_tree::read_ini(stream, tree);
         for (const auto& [section, keys] : tree)
