@@ -179,15 +179,18 @@ bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
 bool Smbios2::saveTableToFile(const lum::String& path)
 {
     const auto& image = table::library().image;
+    const int error = errno; // populateTable's, which whoever saves in between may still tell
+    bool saved = false;
     try {
         if (!image)
             throw std::runtime_error(services::message("%1: not written, there is no table in memory", path.bytes()));
         table::writeDump(*image, platform::pathFromUtf8(path.bytes()));
-        return true;
-    } catch (const std::runtime_error& error) {
-        table::report(services::kError, error.what());
-        return false;
+        saved = true;
+    } catch (const std::runtime_error& failure) {
+        table::report(services::kError, failure.what());
     }
+    errno = error;
+    return saved;
 }
 
 int Smbios2::readStructure(unsigned char type, const void** out, unsigned int index)

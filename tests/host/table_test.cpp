@@ -465,8 +465,12 @@ TEST(Saving, WhatIsNoDumpIsNotOverwritten)
         {folder.path(), "overwritten, it is not a regular file"},
         {folder.path() / "no" / "such.dmi", "written, No such file or directory"},
     };
-    for (const auto& [target, why] : refused)
+    for (const auto& [target, why] : refused) {
         EXPECT_EQ(save(target), std::vector<std::string>{target.string() + ": not " + why});
+        errno = EDOM;
+        EXPECT_FALSE(Smbios2::instance().saveTableToFile(lum::String(target.string())));
+        EXPECT_EQ(errno, EDOM) << "the module still tells it of a failed populateTable";
+    }
     EXPECT_EQ(readBytes(text).size(), 9u);
     EXPECT_EQ(readBytes(dump), smallTable().dump32(2, 7));
 

@@ -3,6 +3,19 @@
 #include "support/recorded_session.h"
 
 #include <gtest/gtest.h>
+#include <optional>
+
+/// What the module gets of populateTable; none for the library's own result. The linker puts this in between
+/// (`--wrap`), since the library itself has no negative one.
+static std::optional<int> populateTableReturns;
+
+int libraryPopulateTable(libsmbios2::Smbios2*, bool) asm("__real__ZN19libsmbios2_internal7Smbios213populateTableEb");
+int modulePopulateTable(libsmbios2::Smbios2*, bool) asm("__wrap__ZN19libsmbios2_internal7Smbios213populateTableEb");
+int modulePopulateTable(libsmbios2::Smbios2* library, bool refresh)
+{
+    const int result = libraryPopulateTable(library, refresh);
+    return populateTableReturns.value_or(result);
+}
 
 namespace
 {
@@ -127,9 +140,19 @@ TEST(Populate, AFailureLeavesTheRootAloneAndIsLoggedWithItsErrno)
     const auto dump = everyType().dump64(3, 0, 0);
     firmware.folder().file("smbios_entry_point",
                            tests::Bytes(dump.begin(), dump.begin() + 0x18)); // but no table beside it
-    const auto recorded = discover(Settings{});
+    const auto recorded = discover({{"SaveTable", "/nonexistent/saved.dmi"}});
     EXPECT_EQ(recorded.uids(), Texts{"SMBIOS"});
     EXPECT_EQ(moduleLog(recorded), Texts{"3 2655 Could not populate the libSmbios2 table: " + std::to_string(ENOENT)});
+}
+
+TEST(Populate, ANegativeResultIsAFailureToo)
+{
+    const tests::Firmware firmware;
+    firmware.offer(everyType().dump64(3, 0, 0));
+    EXPECT_GT(discover(Settings{}).devices.size(), 1u);
+    populateTableReturns = -1;
+    EXPECT_EQ(discover(Settings{}).uids(), Texts{"SMBIOS"});
+    populateTableReturns.reset();
 }
 
 TEST(Logging, EachGateStopsAMessageAndAQuietProcessMakesNoLogger)

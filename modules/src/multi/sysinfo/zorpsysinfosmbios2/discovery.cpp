@@ -141,12 +141,13 @@ void DiscoverSMBIOS()
 
     publishRoot();
 
-    const auto populated = Smbios2::instance().populateTable(false);
+    // Unsigned, so that a library's negative error code is a failure too.
+    const auto populated = static_cast<unsigned>(Smbios2::instance().populateTable(false));
     if (lum::String saveTablePath; readPath("SaveTable", saveTablePath))
         Smbios2::instance().saveTableToFile(saveTablePath);
 
     // Deliberate: a table from a file is decoded whatever populating it said.
-    if (tableFromPlatform && populated > libsmbios2::POPULATE_TABLE_IN_MEMORY) {
+    if (tableFromPlatform && populated > unsigned{libsmbios2::POPULATE_TABLE_IN_MEMORY}) {
         if (auto* logger = loggerFor(3))
             logger->log(3, LoggerStream() + "2655 " + "Could not populate the libSmbios2 table: " + errno);
         return;
