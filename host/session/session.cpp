@@ -32,23 +32,19 @@ session::CommandLine& commandLine()
 
 [[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
 
-/// Counts what passes, since a discovery without any device asked for some of its settings only, and lets the table
-/// library know which structures have devices.
-class CountingSink : public DeviceSink
+/// Lets the table library know which structures have devices.
+class NotingSink : public DeviceSink
 {
 public:
-    explicit CountingSink(DeviceSink& next) : next_(next) {}
+    explicit NotingSink(DeviceSink& next) : next_(next) {}
     void take(DeviceRecord&& device) override
     {
-        ++count_;
         table::noteDevice();
         next_.take(std::move(device));
     }
-    std::size_t count() const { return count_; }
 
 private:
     DeviceSink& next_;
-    std::size_t count_ = 0;
 };
 
 /// Makes a sink the one that takes devices, as long as this object lives.
@@ -131,11 +127,10 @@ void discover(const SettingsSource& settings, DeviceSink& sink)
 
     const services::ShortLog shortLog;
     const services::LogListener sizes(services::kError, [](int, auto logger, auto text) { hearSizes(logger, text); });
-    CountingSink counting(sink);
-    const Receiving receiving(counting);
+    NotingSink noting(sink);
+    const Receiving receiving(noting);
     callback();
-    if (counting.count() != 0)
-        session::reportUnusedSettings();
+    session::reportUnusedSettings();
 }
 
 } // namespace embedded_host

@@ -35,6 +35,7 @@ struct Settings
 {
     std::map<std::string, Setting> given;                            ///< by key, for whatever section
     std::map<std::pair<std::string, std::string>, Setting> fromFile; ///< by section and key
+    std::vector<std::string> outsideSections;                        ///< keys of the file that nobody can ask for
 };
 
 Settings& settings()
@@ -69,9 +70,12 @@ void readFileInto(Settings& into, const std::filesystem::path& path)
         stream.exceptions(std::ios::badbit); // else a lack of memory passes for the end of the file
         boost::property_tree::ptree tree;
         boost::property_tree::read_ini(stream, tree);
-        for (const auto& [section, keys] : tree)
+        for (const auto& [section, keys] : tree) {
+            if (keys.empty()) // then it is no section, but a key in front of the first one
+                into.outsideSections.push_back(section);
             for (const auto& [key, value] : keys)
                 into.fromFile[{section, key}].value = value.data();
+        }
     } catch (const boost::property_tree::ini_parser_error& error) {
         throw std::runtime_error(message("settings file %1, line %2: %3", name, error.line(), error.message()));
     } catch (const std::system_error& error) {
@@ -93,16 +97,19 @@ void readSettings(const SettingsSource& source)
 
 void reportUnusedSettings()
 {
+    const auto warn = [](const std::string& text) { services::log(services::kWarning, "settings", text); };
     for (const auto& [key, setting] : settings().given)
         if (!setting.asked)
-            services::log(services::kWarning, "settings",
-                          message("the setting %1 is not known and has no effect",
-                                  key.substr(0, key.size() - kKeyEnding.size())));
+            warn(message("nothing asked for the setting %1 in this run; it had no effect",
+                         key.substr(0, key.size() - kKeyEnding.size())));
     for (const auto& [place, setting] : settings().fromFile)
         if (!setting.asked)
-            services::log(
-                services::kWarning, "settings",
-                message("the settings file's [%1] %2 is not known and has no effect", place.first, place.second));
+            warn(message("nothing asked for the settings file's [%1] %2 in this run; it had no effect", place.first,
+                         place.second));
+    for (const auto& key : settings().outsideSections)
+        warn(message("the settings file's %1 stands in front of every section and has no effect; it belongs behind the "
+                     "line [%2]",
+                     key, kModuleName));
 }
 
 } // namespace embedded_host::session

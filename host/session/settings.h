@@ -9,7 +9,8 @@ namespace embedded_host::session
 /// Reads the settings anew. Throws std::runtime_error that says what is wrong and where; the settings before stay.
 void readSettings(const SettingsSource& source);
 
-/// Logs what was set but never asked for since the last `readSettings`: most likely a mistyped name.
+/// Logs what was set but never asked for since the last `readSettings`: most likely a mistyped name, or a setting that
+/// matters only where there is a table.
 void reportUnusedSettings();
 
 } // namespace embedded_host::session

@@ -189,12 +189,17 @@ TEST(Logging, ATableFullOfFaultsDoesNotFloodTheLog)
     EXPECT_EQ(many.back(), "there are more messages like those above; they are left out");
 }
 
-TEST(Settings, UnknownOnesAreToldOnceDevicesCame)
+TEST(Settings, WhatNothingAsksForIsTold)
 {
-    const auto told = [](const tests::Recorded& recorded) { return recorded.messages("settings"); };
-    EXPECT_EQ(told(discover(everyType(), {{"Verbose", "no"}})),
-              Texts{"the setting Verbose is not known and has no effect"});
-    EXPECT_EQ(told(discover({{"LoadTable", "/nonexistent"}, {"SaveTable", "x"}})), Texts{});
+    const auto told = [](const Settings& settings) { return discover(settings).messages("settings"); };
+    const auto unused = [](const std::string& name) {
+        return "nothing asked for the setting " + name + " in this run; it had no effect";
+    };
+    const TemporaryFolder folder;
+    const auto table = folder.file("t", everyType().dump64(3, 2, 0)).string();
+    EXPECT_EQ(told({{"LoadTable", table}, {"Verbose", "no"}}), Texts{unused("Verbose")});
+    EXPECT_EQ(told({{"LoadTable", "/nonexistent"}, {"verboze", "no"}, {"verbose", "no"}}), Texts{unused("verboze")})
+        << "without a table too";
 }
 
 TEST(Strings, TrivialOnesCountAsAbsentUnlessTheFilterIsOff)
