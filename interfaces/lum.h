@@ -3,6 +3,10 @@
 // None of these operations throws as far as its caller is concerned. Used from one thread only.
 #pragma once
 
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,47 +15,84 @@
 namespace lum
 {
 
-/// An 8-bit text made from a `String`.
-class CString
+class CString;
+
+/// The number that a text was made from, for programs that would otherwise have to read it back out of the text: the
+/// code of an enumerated field, or a quantity.
+class Number
 {
 public:
-    explicit CString(std::string bytes) : bytes_(std::move(bytes)) {}
+    enum class Kind : unsigned char {
+        None,
+        Code,  ///< the value of an enumerated field
+        Whole, ///< a quantity that was given as an integer
+        Real,  ///< a quantity that was given as a floating number
+    };
 
-    /// NUL-terminated, valid while this object lives.
-    const char* c_str() const { return bytes_.c_str(); }
+    Number() = default;
+
+    static Number code(unsigned value) { return {Kind::Code, value, nullptr}; }
+
+    /// `unit` is the name of the unit's constant, valid for the process's life; null for a mere count.
+    static Number whole(std::uint64_t value, const char* unit = nullptr) { return {Kind::Whole, value, unit}; }
+
+    /// The value times 10 to the power of `tens` times 2 to the power of `twos`.
+    static Number real(double value, const char* unit, int tens = 0, int twos = 0)
+    {
+        return {Kind::Real, std::bit_cast<std::uint64_t>(value), unit, tens, twos};
+    }
+
+    Kind kind() const { return kind_; }
+    const char* unit() const { return unit_; }
+
+    /// The code, or the whole quantity.
+    std::uint64_t integer() const { return bits_; }
+
+    /// The real quantity's value as it was given, and its powers.
+    double given() const { return std::bit_cast<double>(bits_); }
+    int tens() const { return tens_; }
+    int twos() const { return twos_; }
 
 private:
-    std::string bytes_;
+    Number(Kind kind, std::uint64_t bits, const char* unit, int tens = 0, int twos = 0)
+        : bits_(bits), unit_(unit), kind_(kind), tens_(static_cast<signed char>(tens)),
+          twos_(static_cast<signed char>(twos))
+    {
+    }
+
+    std::uint64_t bits_ = 0;
+    const char* unit_ = nullptr;
+    Kind kind_ = Kind::None;
+    signed char tens_ = 0;
+    signed char twos_ = 0;
 };
 
 /// A text. UTF-8 by intent; whatever bytes it was made from are kept as they are.
+///
+/// Short texts are held inside. The bytes of a longer one never change, so its copies share them; those that lie in the
+/// program or in a table in memory are not copied at all.
 class String
 {
 public:
     String() = default;
-    String(const char* text) : bytes_(text == nullptr ? "" : text) {}
-    explicit String(std::string_view text) : bytes_(text) {}
-    explicit String(std::string text) : bytes_(std::move(text)) {}
-
-    String& operator=(const char* text)
+    String(const char* text)
     {
-        bytes_ = text == nullptr ? "" : text;
-        return *this;
+        if (text != nullptr)
+            hold(text, Source::Terminated);
     }
+    explicit String(std::string_view text) { hold(text, Source::Any); }
 
-    String operator+(const String& other) const
-    {
-        String sum;
-        sum.bytes_.reserve(bytes_.size() + other.bytes_.size());
-        sum.bytes_.append(bytes_).append(other.bytes_);
-        return sum;
-    }
+    /// A NUL-terminated text that is part of the program.
+    static String fixed(std::string_view text);
 
-    String& operator+=(const String& other)
-    {
-        bytes_ += other.bytes_;
-        return *this;
-    }
+    // Moving is copying: both only share.
+    String(const String&) = default;
+    ~String() = default;
+    String& operator=(const String&) = default;
+    String& operator=(const char* text) { return *this = String(text); }
+
+    String operator+(const String& other) const;
+    String& operator+=(const String& other) { return *this = *this + other; }
 
     /// Removes blanks, \t, \n, \v, \f and \r at both ends, in place.
     String& trim();
@@ -60,18 +101,60 @@ public:
     void remove(unsigned pos, unsigned count);
 
     /// Bytes, the terminator not counted.
-    unsigned size() const { return static_cast<unsigned>(bytes_.size()); }
+    unsigned size() const { return static_cast<unsigned>(size_); }
 
     /// The text in 8-bit form, as the look-ups of `Resource` take it.
-    CString getLowerByteString() const& { return CString(bytes_); }
-    CString getLowerByteString() && { return CString(std::move(bytes_)); }
+    CString getLowerByteString() const;
 
-    /// The bytes themselves, valid while this object is neither changed nor gone.
-    const std::string& bytes() const { return bytes_; }
+    /// The bytes themselves, with a NUL behind them; valid while this object is neither changed nor gone.
+    std::string_view bytes() const { return {outside_ != nullptr ? outside_ : inside_, size_}; }
+
+    friend bool operator==(const String& text, std::string_view bytes) { return text.bytes() == bytes; }
+
+    /// The number that this text shows, if it was made from one. A text that was put together, cut or changed in any
+    /// other way shows none.
+    const Number& number() const { return number_; }
+    String& show(const Number& number)
+    {
+        number_ = number;
+        return *this;
+    }
 
 private:
-    std::string bytes_;
+    static constexpr std::size_t kInside = 39;
+    enum class Source { Any, Terminated };
+
+    void hold(std::string_view text, Source source)
+    {
+        if (text.size() > kInside) {
+            holdLong(text, source);
+            return;
+        }
+        size_ = text.copy(inside_, kInside);
+    }
+    void holdLong(std::string_view text, Source source);
+
+    char inside_[kInside + 1] = {};
+    const char* outside_ = nullptr; ///< the text where it is not inside
+    std::size_t size_ = 0;
+    std::shared_ptr<const void> owner_; ///< of the text outside; none for one in the program
+    Number number_;
 };
+
+/// An 8-bit text made from a `String`.
+class CString
+{
+public:
+    explicit CString(String text) : text_(std::move(text)) {}
+
+    /// NUL-terminated, valid while this object lives.
+    const char* c_str() const { return text_.bytes().data(); }
+
+private:
+    String text_;
+};
+
+inline CString String::getLowerByteString() const { return CString(*this); }
 
 /// The language in which names and texts are wanted.
 class LumLocale

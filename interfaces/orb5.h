@@ -20,7 +20,6 @@ public:
     OrbString() = default;
     OrbString(const char* utf8) : text_(utf8) {}
     OrbString(const lum::String& text) : text_(text) {}
-    OrbString(lum::String&& text) : text_(std::move(text)) {}
 
     OrbString& operator+=(const OrbString& other)
     {
@@ -31,7 +30,7 @@ public:
     const lum::String& lumString() const { return text_; }
 
     /// NUL-terminated, valid while this object lives.
-    const char* getUTF8Buffer() const { return text_.bytes().c_str(); }
+    const char* getUTF8Buffer() const { return text_.bytes().data(); }
 
     friend OrbString operator+(OrbString left, const OrbString& right)
     {
@@ -161,8 +160,14 @@ public:
     static const OrbUnitType& HEXADECIMAL32();
     static const OrbUnitType& HEXADECIMAL64();
 
+    /// How measurements in this unit are scaled and shown.
+    struct Traits;
+    const Traits& traits() const { return *traits_; }
+
 private:
-    using Tag::Tag;
+    constexpr OrbUnitType(const char* name, const Traits& traits) : Tag(name), traits_(&traits) {}
+
+    const Traits* traits_;
 };
 
 /// The scale of a measurement: steps of 1000, for BYTES of 1024.
@@ -237,8 +242,8 @@ public:
     /// A number of a floating type; PERCENT is the only one.
     Value(double number, const DataType& type);
     explicit Value(const char* text) : held_(OrbString(text)) {}
-    explicit Value(OrbString text) : held_(std::move(text)) {}
-    explicit Value(lum::String text) : held_(std::in_place_type<OrbString>, std::move(text)) {}
+    explicit Value(const OrbString& text) : held_(text) {}
+    explicit Value(const lum::String& text) : held_(std::in_place_type<OrbString>, text) {}
     explicit Value(const OrbDiscreteMeasurement& measurement) : held_(measurement) {}
 
     /// Adds one element to a STRINGARRAY; throws on a value of another type.

@@ -24,6 +24,8 @@ std::unique_ptr<Device>& spare()
 
 DeviceRecord& recordOf(orb5::SysInfoDevice* device) { return static_cast<Device*>(device)->record; }
 
+constexpr std::uint32_t kFirstOther = 0x10000;
+
 void addCapability(DeviceRecord& device, const orb5::DeviceCapability& capability)
 {
     const bool known = std::ranges::find(device.capabilities, capability) != device.capabilities.end();
@@ -32,6 +34,32 @@ void addCapability(DeviceRecord& device, const orb5::DeviceCapability& capabilit
 }
 
 } // namespace
+
+void ChildBusIds::add(const ChildBusId& child)
+{
+    using orb5::OrbUnitType;
+    const auto number = child.id ? child.id->number() : lum::Number();
+    const bool isHandle = number.unit() == OrbUnitType::HEXADECIMAL16().name() && number.integer() < kFirstOther &&
+                          child.bus == orb5::ChildBusType::SMBIOS();
+    entries_.push_back(static_cast<std::uint32_t>(isHandle ? number.integer() : kFirstOther + others_.size()));
+    if (!isHandle)
+        others_.push_back(child);
+}
+
+ChildBusId ChildBusIds::operator[](std::size_t index) const
+{
+    const auto entry = entries_[index];
+    if (entry >= kFirstOther)
+        return others_[entry - kFirstOther];
+    const orb5::OrbDiscreteMeasurement handle(orb5::OrbUnitType::HEXADECIMAL16(), entry);
+    return {orb5::ChildBusType::SMBIOS(), handle.toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT()).lumString()};
+}
+
+void ChildBusIds::clear()
+{
+    entries_.clear();
+    others_.clear();
+}
 
 void DeviceRecord::clear()
 {
@@ -75,10 +103,10 @@ SysInfoDevice* SysInfoDevice::createGeneric(const DeviceCapability& capability, 
 {
     auto device = spare() ? std::move(spare()) : std::make_unique<Device>();
     device->record.clear();
-    device->record.name = name.lumString().bytes();
-    device->record.identifier = identifier.lumString().bytes();
-    device->record.description = description.lumString().bytes();
-    device->record.uid = uniqueIdentifier.lumString().bytes();
+    device->record.name = name.lumString();
+    device->record.identifier = identifier.lumString();
+    device->record.description = description.lumString();
+    device->record.uid = uniqueIdentifier.lumString();
     addCapability(device->record, capability);
     addCapability(device->record, second);
     return device.release();
@@ -104,17 +132,17 @@ void SysInfoDevice::addChildBusId(const ChildBusType& bus, unsigned int a, unsig
     for (const unsigned index : {a, b, c, d, e})
         if (index != NullIndex)
             id = (id ? *id + ":" : "") + std::to_string(index);
-    recordOf(this).childBusIds.push_back({bus, id});
+    recordOf(this).childBusIds.add({bus, id ? std::optional(lum::String(*id)) : std::nullopt});
 }
 
 void SysInfoDevice::addChildBusId(const ChildBusType& bus, const OrbString& id)
 {
-    recordOf(this).childBusIds.push_back({bus, id.lumString().bytes()});
+    recordOf(this).childBusIds.add({bus, id.lumString()});
 }
 
 void SysInfoDevice::setUID(DEVICE_UNIQUE_IDENTIFIER kind, const OrbString& identifier)
 {
-    recordOf(this).uids[kind] = identifier.lumString().bytes();
+    recordOf(this).uids[kind] = identifier.lumString();
 }
 
 void SysInfoModule::addDevice(SysInfoDevice* device)

@@ -28,7 +28,7 @@ std::vector<const Property*> declaredProperties()
 {
     std::vector<const Property*> all;
     for (const auto& property : devices::registry().properties)
-        all.push_back(property.get());
+        all.push_back(&property);
     return all;
 }
 
@@ -67,13 +67,13 @@ void SysInfoModule::setDiscoverDevicesCallback(void (*discover)()) { registry().
 DeviceProperty* SysInfoModule::createDeviceProperty(const OrbString& name, const PropertyCategory& categories,
                                                     const DataType& type, const DeviceCapability& capability)
 {
-    const auto& bytes = name.lumString().bytes();
+    const auto bytes = name.lumString().bytes();
     if (embedded_host::services::plainPrefix(bytes) != bytes.size())
         throw OrbException("a property's name must be printable ASCII without quotation mark and backslash");
     auto& properties = registry().properties;
-    properties.push_back(std::make_unique<Property>(name, categories, type, capability));
-    properties.back()->index = properties.size() - 1;
-    return properties.back().get();
+    auto& declared = properties.emplace_back(name, categories, type, capability);
+    declared.index = properties.size() - 1;
+    return &declared;
 }
 
 LocalizedString* DiagModule::createLocalizedString(const OrbString& key)

@@ -19,7 +19,7 @@ struct Registry
 {
     ModuleInfo module;
     void (*discover)() = nullptr;
-    std::vector<std::unique_ptr<Property>> properties;
+    std::deque<Property> properties;
     std::vector<std::unique_ptr<DeclaredText>> texts;
     DeviceSink* sink = nullptr; ///< takes devices while a discovery runs
 };

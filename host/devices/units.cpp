@@ -10,18 +10,17 @@
 namespace orb5
 {
 
-using embedded_host::services::decimal;
+using embedded_host::services::kLongestDecimal;
+using embedded_host::services::writeDecimal;
 using embedded_host::services::Zeros;
+using lum::Number;
 
-namespace
+struct OrbUnitType::Traits
 {
-
-/// How measurements of one unit are scaled and shown.
-struct Scale
-{
-    const char* unit;
-    unsigned step; ///< factor between two magnitudes
-    int smallest;  ///< magnitude of the first prefix, in steps from the base unit
+    const char* symbol;
+    unsigned hexDigits; ///< 0 for a unit that is not hexadecimal
+    unsigned step;      ///< factor between two magnitudes
+    int smallest;       ///< magnitude of the first prefix, in steps from the base unit
     std::array<const char*, 8> prefixes;
     int count;
 
@@ -29,47 +28,42 @@ struct Scale
     const char* prefix(int magnitude) const { return prefixes[static_cast<std::size_t>(magnitude - smallest)]; }
 };
 
-constexpr Scale unscaled(const char* unit) { return {unit, 1000, 0, {""}, 1}; }
-constexpr Scale decimalScale(const char* unit) { return {unit, 1000, -3, {"n", "µ", "m", "", "k", "M", "G", "T"}, 8}; }
-constexpr Scale kBytes = {"B", 1024, 0, {"", "K", "M", "G", "T", "P", "E"}, 7};
-
-struct Unit
+namespace
 {
-    const OrbUnitType& (*type)();
-    unsigned hexDigits; ///< 0 for a unit that is not hexadecimal
-    Scale scale;
-};
 
-constexpr Unit kUnits[] = {
-    {OrbUnitType::HEXADECIMAL16, 4, {}},
-    {OrbUnitType::HEXADECIMAL32, 8, {}},
-    {OrbUnitType::HEXADECIMAL8, 2, {}},
-    {OrbUnitType::HEXADECIMAL64, 16, {}},
-    {OrbUnitType::BYTES, 0, kBytes},
-    {OrbUnitType::HERTZ, 0, decimalScale("Hz")},
-    {OrbUnitType::VOLTS, 0, decimalScale("V")},
-    {OrbUnitType::AMPS, 0, decimalScale("A")},
-    {OrbUnitType::WATTS, 0, decimalScale("W")},
-    {OrbUnitType::WATTHOURS, 0, decimalScale("Wh")},
-    {OrbUnitType::SECONDS, 0, decimalScale("s")},
-    {OrbUnitType::BITS, 0, unscaled("bits")},
-    {OrbUnitType::RPM, 0, unscaled("RPM")},
-};
+using Traits = OrbUnitType::Traits;
 
-const Unit& traits(const OrbUnitType& type)
+constexpr Traits hexadecimal(unsigned digits) { return {"", digits, 1000, 0, {""}, 1}; }
+constexpr Traits unscaled(const char* symbol) { return {symbol, 0, 1000, 0, {""}, 1}; }
+constexpr Traits decimal(const char* symbol)
 {
-    return *std::ranges::find_if(kUnits, [&](const Unit& unit) { return unit.type() == type; });
+    return {symbol, 0, 1000, -3, {"n", "µ", "m", "", "k", "M", "G", "T"}, 8};
 }
 
-OrbString hexadecimal(std::uint64_t value, unsigned digits)
+constexpr Traits kHertz = decimal("Hz");
+constexpr Traits kBits = unscaled("bits");
+constexpr Traits kBytes = {"B", 0, 1024, 0, {"", "K", "M", "G", "T", "P", "E"}, 7};
+constexpr Traits kAmps = decimal("A");
+constexpr Traits kVolts = decimal("V");
+constexpr Traits kWatts = decimal("W");
+constexpr Traits kWatthours = decimal("Wh");
+constexpr Traits kSeconds = decimal("s");
+constexpr Traits kRpm = unscaled("RPM");
+constexpr Traits kHexadecimal8 = hexadecimal(2);
+constexpr Traits kHexadecimal16 = hexadecimal(4);
+constexpr Traits kHexadecimal32 = hexadecimal(8);
+constexpr Traits kHexadecimal64 = hexadecimal(16);
+
+/// Writes the value in as many digits as the unit has, or as it takes.
+OrbString asHexadecimal(std::uint64_t value, const OrbUnitType& unit)
 {
     std::array<char, 18> text{'0', 'x'};
-    unsigned shown = digits;
+    unsigned shown = unit.traits().hexDigits;
     while (shown < 16 && value >> (4 * shown) != 0)
         ++shown;
     for (unsigned i = 0; i < shown; ++i)
         text[2 + i] = "0123456789ABCDEF"[value >> (4 * (shown - 1 - i)) & 0xF];
-    return lum::String(std::string_view(text.data(), 2 + shown));
+    return lum::String(std::string_view(text.data(), 2 + shown)).show(Number::whole(value, unit.name()));
 }
 
 /// step to the power of `steps`, exact up to 22 decimal digits.
@@ -122,43 +116,48 @@ bool reaches(double value, int from, int to, unsigned step)
 
 /// The magnitude in which to show a value: the largest in which it is at least 1, the base unit for 0.
 template <class ReachesOne>
-int autoscaled(const Scale& scale, bool isZero, ReachesOne reachesOne)
+int autoscaled(const Traits& unit, bool isZero, ReachesOne reachesOne)
 {
     if (isZero)
         return 0;
-    int magnitude = scale.largest();
-    while (magnitude > scale.smallest && !reachesOne(magnitude))
+    int magnitude = unit.largest();
+    while (magnitude > unit.smallest && !reachesOne(magnitude))
         --magnitude;
     return magnitude;
 }
 
-int clamped(const Scale& scale, const OrbUnitMagnitude& magnitude)
+int clamped(const Traits& unit, const OrbUnitMagnitude& magnitude)
 {
-    return std::clamp(magnitude.steps(), scale.smallest, scale.largest());
+    return std::clamp(magnitude.steps(), unit.smallest, unit.largest());
 }
 
-OrbString shown(const Scale& scale, int magnitude, std::string number)
+/// "3.2 GHz": a number that is scaled already.
+lum::String shown(const Traits& unit, int magnitude, double scaled, int precision, Zeros trailing)
 {
-    number.append(" ").append(scale.prefix(magnitude)).append(scale.unit);
-    return lum::String(std::move(number));
+    std::array<char, kLongestDecimal + 8> text; // NOLINT(cppcoreguidelines-pro-type-member-init): written below
+    char* end = writeDecimal(text.data(), scaled, precision, trailing);
+    *end++ = ' ';
+    for (const std::string_view part : {unit.prefix(magnitude), unit.symbol})
+        end = std::ranges::copy(part, end).out;
+    return lum::String(std::string_view(text.data(), end));
 }
 
 } // namespace
 
 // clang-format off
-const OrbUnitType& OrbUnitType::HERTZ()         { static constexpr OrbUnitType kUnit("HERTZ"); return kUnit; }
-const OrbUnitType& OrbUnitType::BITS()          { static constexpr OrbUnitType kUnit("BITS"); return kUnit; }
-const OrbUnitType& OrbUnitType::BYTES()         { static constexpr OrbUnitType kUnit("BYTES"); return kUnit; }
-const OrbUnitType& OrbUnitType::AMPS()          { static constexpr OrbUnitType kUnit("AMPS"); return kUnit; }
-const OrbUnitType& OrbUnitType::VOLTS()         { static constexpr OrbUnitType kUnit("VOLTS"); return kUnit; }
-const OrbUnitType& OrbUnitType::WATTS()         { static constexpr OrbUnitType kUnit("WATTS"); return kUnit; }
-const OrbUnitType& OrbUnitType::WATTHOURS()     { static constexpr OrbUnitType kUnit("WATTHOURS"); return kUnit; }
-const OrbUnitType& OrbUnitType::SECONDS()       { static constexpr OrbUnitType kUnit("SECONDS"); return kUnit; }
-const OrbUnitType& OrbUnitType::RPM()           { static constexpr OrbUnitType kUnit("RPM"); return kUnit; }
-const OrbUnitType& OrbUnitType::HEXADECIMAL8()  { static constexpr OrbUnitType kUnit("HEXADECIMAL8"); return kUnit; }
-const OrbUnitType& OrbUnitType::HEXADECIMAL16() { static constexpr OrbUnitType kUnit("HEXADECIMAL16"); return kUnit; }
-const OrbUnitType& OrbUnitType::HEXADECIMAL32() { static constexpr OrbUnitType kUnit("HEXADECIMAL32"); return kUnit; }
-const OrbUnitType& OrbUnitType::HEXADECIMAL64() { static constexpr OrbUnitType kUnit("HEXADECIMAL64"); return kUnit; }
+const OrbUnitType& OrbUnitType::HERTZ()         { static constexpr OrbUnitType kUnit("HERTZ", kHertz); return kUnit; }
+const OrbUnitType& OrbUnitType::BITS()          { static constexpr OrbUnitType kUnit("BITS", kBits); return kUnit; }
+const OrbUnitType& OrbUnitType::BYTES()         { static constexpr OrbUnitType kUnit("BYTES", kBytes); return kUnit; }
+const OrbUnitType& OrbUnitType::AMPS()          { static constexpr OrbUnitType kUnit("AMPS", kAmps); return kUnit; }
+const OrbUnitType& OrbUnitType::VOLTS()         { static constexpr OrbUnitType kUnit("VOLTS", kVolts); return kUnit; }
+const OrbUnitType& OrbUnitType::WATTS()         { static constexpr OrbUnitType kUnit("WATTS", kWatts); return kUnit; }
+const OrbUnitType& OrbUnitType::WATTHOURS()     { static constexpr OrbUnitType kUnit("WATTHOURS", kWatthours); return kUnit; }
+const OrbUnitType& OrbUnitType::SECONDS()       { static constexpr OrbUnitType kUnit("SECONDS", kSeconds); return kUnit; }
+const OrbUnitType& OrbUnitType::RPM()           { static constexpr OrbUnitType kUnit("RPM", kRpm); return kUnit; }
+const OrbUnitType& OrbUnitType::HEXADECIMAL8()  { static constexpr OrbUnitType kUnit("HEXADECIMAL8", kHexadecimal8); return kUnit; }
+const OrbUnitType& OrbUnitType::HEXADECIMAL16() { static constexpr OrbUnitType kUnit("HEXADECIMAL16", kHexadecimal16); return kUnit; }
+const OrbUnitType& OrbUnitType::HEXADECIMAL32() { static constexpr OrbUnitType kUnit("HEXADECIMAL32", kHexadecimal32); return kUnit; }
+const OrbUnitType& OrbUnitType::HEXADECIMAL64() { static constexpr OrbUnitType kUnit("HEXADECIMAL64", kHexadecimal64); return kUnit; }
 
 const OrbUnitMagnitude& OrbUnitMagnitude::NANO()     { static constexpr OrbUnitMagnitude kScale("NANO", -3); return kScale; }
 const OrbUnitMagnitude& OrbUnitMagnitude::MILLI()    { static constexpr OrbUnitMagnitude kScale("MILLI", -1); return kScale; }
@@ -175,35 +174,34 @@ const OrbUnitMagnitude& OrbUnitMagnitude::AUTOSCALEUNIT()
 
 OrbString OrbDiscreteMeasurement::toString(const OrbUnitMagnitude& magnitude) const
 {
-    const Unit& unit = traits(unit_);
+    const Traits& unit = unit_.traits();
     if (unit.hexDigits != 0)
-        return hexadecimal(value_, unit.hexDigits);
+        return asHexadecimal(value_, unit_);
 
-    const Scale& scale = unit.scale;
-    const auto divisor = [&](int to) { return static_cast<std::uint64_t>(power(scale.step, to)); };
-    int to = clamped(scale, magnitude);
+    const auto divisor = [&](int to) { return static_cast<std::uint64_t>(power(unit.step, to)); };
+    int to = clamped(unit, magnitude);
     if (magnitude == OrbUnitMagnitude::AUTOSCALEUNIT())
-        to = autoscaled(scale, value_ == 0,
+        to = autoscaled(unit, value_ == 0,
                         [&](int candidate) { return candidate <= 0 || value_ >= divisor(candidate); });
-    const double number = to < 0 ? product(value_, power(scale.step, -to)) : quotient(value_, divisor(to));
-    return shown(scale, to, decimal(number, 2, Zeros::Drop));
+    const double scaled = to < 0 ? product(value_, power(unit.step, -to)) : quotient(value_, divisor(to));
+    return shown(unit, to, scaled, 2, Zeros::Drop).show(Number::whole(value_, unit_.name()));
 }
 
 OrbString OrbNonDiscreteMeasurement::toString(int precision, const OrbUnitMagnitude& magnitude) const
 {
-    const Unit& unit = traits(unit_);
+    const Traits& unit = unit_.traits();
     if (unit.hexDigits != 0)
-        return hexadecimal(static_cast<std::uint64_t>(value_), unit.hexDigits);
+        return asHexadecimal(static_cast<std::uint64_t>(value_), unit_);
 
-    const Scale& scale = unit.scale;
     const int from = given_.steps();
     const auto& wanted = magnitude == OrbUnitMagnitude::NOTSET() ? shown_ : magnitude;
-    int to = clamped(scale, wanted);
+    int to = clamped(unit, wanted);
     if (wanted == OrbUnitMagnitude::AUTOSCALEUNIT())
-        to =
-            autoscaled(scale, value_ == 0, [&](int candidate) { return reaches(value_, from, candidate, scale.step); });
-    return shown(scale, to,
-                 decimal(converted(value_, from, to, scale.step), precision, keepZeros_ ? Zeros::Keep : Zeros::Drop));
+        to = autoscaled(unit, value_ == 0, [&](int candidate) { return reaches(value_, from, candidate, unit.step); });
+    const auto number = unit.step == 1000 ? Number::real(value_, unit_.name(), 3 * from)
+                                          : Number::real(value_, unit_.name(), 0, 10 * from);
+    return shown(unit, to, converted(value_, from, to, unit.step), precision, keepZeros_ ? Zeros::Keep : Zeros::Drop)
+        .show(number);
 }
 
 } // namespace orb5

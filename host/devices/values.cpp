@@ -2,6 +2,10 @@
 #include "orb5.h"
 #include "services/decimal.h"
 
+#include <array>
+#include <charconv>
+#include <limits>
+
 namespace orb5
 {
 
@@ -54,30 +58,35 @@ Value::Held emptyOf(const DataType& type)
     return OrbString();
 }
 
-std::string joined(const std::vector<OrbString>& elements)
+OrbString decimal(auto integer)
 {
-    std::string text;
-    for (const auto& element : elements) {
-        if (&element != &elements.front())
-            text += ", ";
-        text += element.lumString().bytes();
-    }
-    return text;
+    std::array<char, std::numeric_limits<decltype(integer)>::digits10 + 2> text{};
+    const char* end = std::to_chars(text.begin(), text.end(), integer).ptr;
+    return lum::String(std::string_view(text.begin(), end));
 }
 
 /// The text of what a value holds, one overload for each kind.
 struct Text
 {
     OrbString operator()(const OrbString& text) const { return text; }
-    OrbString operator()(int number) const { return lum::String(std::to_string(number)); }
-    OrbString operator()(unsigned number) const { return lum::String(std::to_string(number)); }
+    OrbString operator()(int number) const { return decimal(number); }
+    OrbString operator()(unsigned number) const { return decimal(number); }
     OrbString operator()(bool flag) const { return flag ? "true" : "false"; }
     OrbString operator()(Value::Percent percent) const
     {
         using namespace embedded_host::services;
-        return lum::String(decimal(percent.number, 2, Zeros::Drop) + "%");
+        std::array<char, kLongestDecimal + 1> text{};
+        char* end = writeDecimal(text.data(), percent.number, 2, Zeros::Drop);
+        *end++ = '%';
+        return lum::String(std::string_view(text.data(), end)).show(lum::Number::real(percent.number, "PERCENT"));
     }
-    OrbString operator()(const std::vector<OrbString>& elements) const { return lum::String(joined(elements)); }
+    OrbString operator()(const std::vector<OrbString>& elements) const
+    {
+        std::string text;
+        for (const auto& element : elements)
+            text.append(&element == &elements.front() ? "" : ", ").append(element.lumString().bytes());
+        return lum::String(text);
+    }
     OrbString operator()(const OrbDiscreteMeasurement& measurement) const
     {
         return measurement.toString(OrbUnitMagnitude::AUTOSCALEUNIT());

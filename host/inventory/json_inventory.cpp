@@ -2,6 +2,11 @@
 #include "json_inventory.h"
 
 #include "categories.h"
+#include "numbers.h"
+#include "services/decimal.h"
+
+#include <algorithm>
+#include <array>
 
 namespace embedded_host::inventory
 {
@@ -26,7 +31,7 @@ struct ValueAsJson
 
     void operator()(const orb5::OrbString& text) const { json.text(view(text)); }
     void operator()(int number) const { json.number(number); }
-    void operator()(unsigned number) const { json.number(std::uint64_t{number}); }
+    void operator()(unsigned number) const { json.number(number); }
     void operator()(bool flag) const { json.flag(flag); }
     void operator()(orb5::Value::Percent percent) const { json.number(percent.number); }
 
@@ -50,6 +55,50 @@ struct ValueAsJson
     }
 };
 
+using Kind = lum::Number::Kind;
+
+Kind kindOf(const orb5::OrbString& text) { return text.lumString().number().kind(); }
+
+void writeQuantity(writing::JsonWriter& json, const lum::Number& number)
+{
+    std::array<char, services::kLongestNumber> digits{};
+    json.number(std::string_view(digits.begin(), writeNumber(digits.begin(), number)));
+}
+
+/// Writes which numbers the texts of the properties show.
+void writeNumbers(writing::JsonWriter& json, const std::vector<HeldProperty>& properties)
+{
+    json.key("numbers");
+    json.beginObject();
+    for (const auto& [declaration, value] : properties) {
+        const auto* text = std::get_if<orb5::OrbString>(&value.held());
+        const auto* list = std::get_if<std::vector<orb5::OrbString>>(&value.held());
+        if (text != nullptr && kindOf(*text) != Kind::None) {
+            const auto& number = text->lumString().number();
+            json.key(declaration->name);
+            json.beginObject();
+            json.key(number.kind() == Kind::Code ? "code" : "value");
+            writeQuantity(json, number);
+            if (number.unit() != nullptr) {
+                json.key("unit");
+                json.plain(number.unit());
+            }
+            json.endObject();
+        } else if (list != nullptr && !list->empty() &&
+                   std::ranges::all_of(*list, [](const auto& element) { return kindOf(element) == Kind::Code; })) {
+            json.key(declaration->name);
+            json.beginObject();
+            json.key("codes");
+            json.beginArray();
+            for (const auto& element : *list)
+                writeQuantity(json, element.lumString().number());
+            json.endArray();
+            json.endObject();
+        }
+    }
+    json.endObject();
+}
+
 void writeChild(writing::JsonWriter& json, const ChildBusId& child)
 {
     json.beginObject();
@@ -57,34 +106,34 @@ void writeChild(writing::JsonWriter& json, const ChildBusId& child)
     json.plain(child.bus.name());
     json.key("id");
     if (child.id)
-        json.text(*child.id);
+        json.text(child.id->bytes());
     else
         json.null();
     json.endObject();
 }
 
-void writeDevice(writing::JsonWriter& json, const DeviceRecord& device)
+void writeDevice(writing::JsonWriter& json, const DeviceRecord& device, JsonInventory::Numbers numbers)
 {
     json.beginObject();
-    json.member("uid", device.uid);
-    json.member("name", device.name);
-    json.member("identifier", device.identifier);
-    json.member("description", device.description);
+    json.member("uid", device.uid.bytes());
+    json.member("name", device.name.bytes());
+    json.member("identifier", device.identifier.bytes());
+    json.member("description", device.description.bytes());
     json.key("capabilities");
     writeCapabilities(json, device.capabilities);
     if (!device.uids.empty()) {
         json.key("uids");
         json.beginObject();
         for (const auto& [kind, uid] : device.uids) {
-            json.member(std::to_string(kind), uid);
+            json.member(std::to_string(kind), uid.bytes());
         }
         json.endObject();
     }
     if (!device.childBusIds.empty()) {
         json.key("childBusIds");
         json.beginArray();
-        for (const auto& child : device.childBusIds)
-            writeChild(json, child);
+        for (std::size_t i = 0; i < device.childBusIds.size(); ++i)
+            writeChild(json, device.childBusIds[i]);
         json.endArray();
     }
     json.key("properties");
@@ -94,6 +143,8 @@ void writeDevice(writing::JsonWriter& json, const DeviceRecord& device)
         std::visit(ValueAsJson{json}, property.value.held());
     }
     json.endObject();
+    if (numbers == JsonInventory::Numbers::With)
+        writeNumbers(json, device.properties);
     json.endObject();
 }
 
@@ -113,43 +164,42 @@ void writeModule(writing::JsonWriter& json, const ModuleInfo& module)
 void JsonInventory::beginDocument()
 {
     begun_ = true;
-    writer_.beginObject();
-    writer_.member("format", "zorp-sysinfo-1");
-    writer_.key("module");
-    writeModule(writer_, moduleInfo());
-    writer_.key("devices");
-    output_.write(writer_.written());
-    output_.write(":[");
+    json_.beginObject();
+    json_.member("format", "zorp-sysinfo-1");
+    json_.key("module");
+    writeModule(json_, moduleInfo());
+    json_.key("devices");
+    json_.beginArray();
 }
 
 void JsonInventory::take(DeviceRecord&& device)
 {
     if (layout_ == Layout::Document) {
-        const bool first = !begun_;
-        if (first)
+        if (!begun_)
             beginDocument();
-        output_.write(first ? "\n" : ",\n");
+        json_.newLine();
     }
-    writer_.clear();
-    writeDevice(writer_, device);
-    output_.write(writer_.written());
+    writeDevice(json_, device, numbers_);
     if (layout_ == Layout::Lines)
-        output_.write("\n");
+        json_.endLine();
 }
 
 void JsonInventory::end()
 {
     if (layout_ == Layout::Lines)
         return;
-    const bool empty = !begun_;
-    if (empty)
+    if (begun_)
+        json_.endLine();
+    else
         beginDocument();
-    output_.write(empty ? "]}\n" : "\n]}\n");
+    json_.endArray();
+    json_.endObject();
+    json_.endLine();
 }
 
 void writeCatalogueAsJson(writing::Output& output)
 {
-    writing::JsonWriter json;
+    writing::JsonWriter json(output);
     json.beginObject();
     json.member("format", "zorp-catalogue-1");
     json.key("properties");
@@ -173,8 +223,7 @@ void writeCatalogueAsJson(writing::Output& output)
         json.text(text);
     json.endArray();
     json.endObject();
-    output.write(json.written());
-    output.write("\n");
+    json.endLine();
 }
 
 } // namespace embedded_host::inventory

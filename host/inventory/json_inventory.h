@@ -3,7 +3,6 @@
 
 #include "embedded_host/inventory.h"
 #include "writing/json_writer.h"
-#include "writing/output.h"
 
 namespace embedded_host::inventory
 {
@@ -13,8 +12,12 @@ class JsonInventory : public DeviceSink
 {
 public:
     enum class Layout { Document, Lines };
+    enum class Numbers { Without, With }; ///< whether devices also tell the numbers that their texts show
 
-    JsonInventory(writing::Output& output, Layout layout) : output_(output), layout_(layout) {}
+    JsonInventory(writing::Output& output, Layout layout, Numbers numbers = Numbers::Without)
+        : json_(output), layout_(layout), numbers_(numbers)
+    {
+    }
 
     void take(DeviceRecord&& device) override;
 
@@ -24,9 +27,9 @@ public:
 private:
     void beginDocument();
 
-    writing::Output& output_;
+    writing::JsonWriter json_;
     Layout layout_;
-    writing::JsonWriter writer_;
+    Numbers numbers_;
     bool begun_ = false;
 };
 

@@ -105,7 +105,7 @@ TextInventory::TextInventory(writing::Output& output, Detail detail, Looks looks
     notInstalled_ = texts::translation(language, "NotInstalled");
     unknown_ = texts::translated(language, "Unknown");
     for (const auto* property : declaredProperties()) {
-        auto label = texts::translation(language, "LocalizedString.propname_" + property->name);
+        auto label = texts::translation(language, std::string("LocalizedString.propname_").append(property->name));
         if (label.empty())
             label = property->name;
         const auto rank = std::ranges::find(kHeadlines, property->name) - std::begin(kHeadlines);
@@ -138,7 +138,7 @@ void TextInventory::appendHeadline(const DeviceRecord& device)
 
     const std::size_t mark = text_.size();
     text_ += kDevice;
-    services::appendPrintable(text_, device.name);
+    services::appendPrintable(text_, device.name.bytes());
     text_ += kCell;
     std::string_view comma;
     for (const auto* property : telling_) {
@@ -292,7 +292,7 @@ void writeCatalogueAsText(writing::Output& output)
         return text;
     };
     for (const auto* property : properties) {
-        std::string line = cell(property->name, nameColumns) + cell(property->type.name(), kTypeColumns) +
+        std::string line = cell(std::string(property->name), nameColumns) + cell(property->type.name(), kTypeColumns) +
                            cell(property->capability.name(), kCapabilityColumns);
         for (const auto* category : categoryNames(property->categories))
             line += std::string(line.back() == ' ' ? "" : " ") + category;

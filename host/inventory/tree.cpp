@@ -17,7 +17,7 @@ constexpr std::string_view kPrefix = "SMBIOS:";
 /// How others link to a device: its identifier without "SMBIOS:" and without an instance number.
 std::string_view nameOf(const DeviceRecord& device)
 {
-    std::string_view text = device.uid;
+    std::string_view text = device.uid.bytes();
     if (!text.starts_with(kPrefix))
         return {};
     text.remove_prefix(kPrefix.size());
@@ -88,9 +88,9 @@ void TreeBuilder::add(const DeviceRecord& device)
     Links links{std::string(nameOf(device)), {}, !device.uids.empty()};
     if (const auto* parent = device.find("smbios2_parent"); parent != nullptr)
         links.parent = parent->toString().lumString().bytes();
-    for (const auto& child : device.childBusIds)
-        if (child.id && *child.id != links.name)
-            namedBy_.add(*child.id, index);
+    for (std::size_t i = 0; i < device.childBusIds.size(); ++i)
+        if (const auto child = device.childBusIds[i]; child.id && *child.id != links.name)
+            namedBy_.add(std::string(child.id->bytes()), index);
     bornBy_.add(links.name, index);
     devices_.push_back(std::move(links));
 }

@@ -1,50 +1,33 @@
-// Formatting: decimal numbers, printf texts, temperatures and dates.
+// Formatting: printf texts, temperatures and dates.
 #include "decimal.h"
 #include "lum.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <cstdarg>
-#include <cstdint>
 #include <cstdio>
-
-namespace embedded_host::services
-{
-
-std::string decimal(double number, int decimals, Zeros trailing)
-{
-    // Whole numbers, nearly all that there are, need no floating point.
-    constexpr double kExact = 0x1p53;
-    if (trailing == Zeros::Drop && std::fabs(number) < kExact && std::trunc(number) == number && !std::signbit(number))
-        return std::to_string(static_cast<std::int64_t>(number));
-
-    // The largest double has 309 digits before the point.
-    std::array<char, 400> digits; // NOLINT(cppcoreguidelines-pro-type-member-init): to_chars fills it
-    const auto end =
-        std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, std::min(decimals, 80)).ptr;
-    std::string text(digits.begin(), end);
-    if (trailing == Zeros::Drop && text.find('.') != std::string::npos) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
-            text.pop_back();
-    }
-    return text;
-}
-
-} // namespace embedded_host::services
+#include <string>
 
 namespace lum
 {
-
-using embedded_host::services::decimal;
-using embedded_host::services::Zeros;
 
 String SprintfFormat(const char* format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
+    // A text of nothing but one integer's digits shows that number.
+    const std::string_view wanted = format;
+    if (wanted == "%u" || wanted == "%d") {
+        std::array<char, 12> digits; // NOLINT(cppcoreguidelines-pro-type-member-init): to_chars fills it
+        const auto write = [&](auto number) { return std::to_chars(digits.begin(), digits.end(), number).ptr; };
+        const int given = va_arg(arguments, int);
+        va_end(arguments);
+        const bool isSigned = wanted == "%d";
+        const char* end = isSigned ? write(given) : write(static_cast<unsigned>(given));
+        String text(std::string_view(digits.begin(), end));
+        return text.show(isSigned ? Number::real(given, nullptr) : Number::whole(static_cast<unsigned>(given)));
+    }
     std::va_list again;
     va_copy(again, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, arguments);
@@ -62,7 +45,13 @@ Temperature::Temperature(float value, unsigned char decimals, short /*reserved*/
 
 String Temperature::toString(unsigned char maxDecimals, TEMPERATURE_UNIT /*unit*/) const
 {
-    return String(decimal(value_, std::min(decimals_, maxDecimals), Zeros::Keep) + " °C");
+    using namespace embedded_host::services;
+    constexpr std::string_view kUnit = " °C";
+    std::array<char, kLongestDecimal + kUnit.size()>
+        text; // NOLINT(cppcoreguidelines-pro-type-member-init): written below
+    char* end = writeDecimal(text.data(), value_, std::min(decimals_, maxDecimals), Zeros::Keep);
+    end = std::ranges::copy(kUnit, end).out;
+    return String(std::string_view(text.data(), end)).show(Number::real(value_, "CELSIUS"));
 }
 
 DateTime::DateTime(unsigned short year, unsigned char month, unsigned char day, unsigned char /*hour*/,

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <span>
 
@@ -153,9 +152,9 @@ std::size_t columnsOf(std::string_view text)
     }
 }
 
-void appendUtf8(std::string& out, char32_t code)
+char* writeUtf8(char* out, char32_t code)
 {
-    const auto add = [&](char32_t byte) { out += static_cast<char>(byte); };
+    const auto add = [&](char32_t byte) { *out++ = static_cast<char>(byte); };
     const auto follow = [&](unsigned shift) { add(0x80 | (code >> shift & 0x3F)); };
     if (code < 0x80) {
         add(code);
@@ -172,6 +171,23 @@ void appendUtf8(std::string& out, char32_t code)
         follow(6);
         follow(0);
     }
+    return out;
+}
+
+/// "\\n", "\\x1B", "\\u202E", or the character itself; returns the end.
+static char* writePrintable(char* out, char32_t code)
+{
+    if (!isObeyed(code))
+        return writeUtf8(out, code);
+    *out++ = '\\';
+    if (code == '\n') {
+        *out++ = 'n';
+        return out;
+    }
+    *out++ = code < 0x100 ? 'x' : 'u';
+    for (int shift = code < 0x100 ? 4 : 12; shift >= 0; shift -= 4)
+        *out++ = "0123456789ABCDEF"[code >> shift & 0xF];
+    return out;
 }
 
 void appendPrintable(std::string& out, std::string_view text)
@@ -182,17 +198,8 @@ void appendPrintable(std::string& out, std::string_view text)
         text.remove_prefix(plain);
         if (text.empty())
             break;
-        const char32_t code = takeCharacter(text);
-        if (code == '\n') {
-            out += "\\n";
-        } else if (isObeyed(code)) {
-            std::array<char, 8> escape{};
-            std::snprintf(escape.data(), escape.size(), code < 0x100 ? "\\x%02X" : "\\u%04X",
-                          static_cast<unsigned>(code));
-            out += escape.data();
-        } else {
-            appendUtf8(out, code);
-        }
+        std::array<char, 6> shown{};
+        out.append(shown.begin(), writePrintable(shown.begin(), takeCharacter(text)));
     }
 }
 

@@ -25,8 +25,8 @@ std::size_t columnsOf(char32_t code);
 /// Columns of a text.
 std::size_t columnsOf(std::string_view text);
 
-/// Appends the character as UTF-8.
-void appendUtf8(std::string& out, char32_t code);
+/// Writes the character as UTF-8, at most 4 bytes. Returns the end.
+char* writeUtf8(char* out, char32_t code);
 
 /// Appends the text as it may be shown to a person: ill-formed parts become U+FFFD, what a terminal would obey is
 /// written as an escape (\n, \x1B, \u202E).

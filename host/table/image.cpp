@@ -37,6 +37,23 @@ std::optional<std::size_t> endOfStrings(View bytes, std::size_t offset)
     return std::nullopt;
 }
 
+void StringSet::turnTo(const libsmbios2::type_hdr* structure)
+{
+    structure_ = structure;
+    next_ = static_cast<const char*>(static_cast<const void*>(structure)) + structure->length;
+    found_.clear();
+}
+
+const char* StringSet::find(unsigned char number)
+{
+    // An empty text ends the numbering; the zeros behind the table end a set that was cut.
+    while (found_.size() < number && *next_ != '\0') {
+        found_.push_back(next_);
+        next_ += std::strlen(next_) + 1;
+    }
+    return number != 0 && number <= found_.size() ? found_[number - 1] : nullptr;
+}
+
 Image::Image(RawTable raw, Faults& faults)
     : raw_(std::move(raw)), length_(raw_.bytes.size()), hasDevice_(raw_.bytes.size())
 {
@@ -119,6 +136,16 @@ std::optional<std::uint32_t> Image::offsetOf(const void* structure) const
     if (before(start, raw_.bytes.data()) || !before(start, raw_.bytes.data() + length_))
         return std::nullopt;
     return static_cast<std::uint32_t>(start - raw_.bytes.data());
+}
+
+StringSet* Image::strings(const libsmbios2::type_hdr* structure)
+{
+    if (structure != strings_.structure()) {
+        if (!offsetOf(structure))
+            return nullptr;
+        strings_.turnTo(structure);
+    }
+    return &strings_;
 }
 
 StructurePlace Image::place(std::uint32_t offset) const

@@ -3,6 +3,7 @@
 
 #include "entry_point.h"
 #include "faults.h"
+#include "smbios2.h"
 
 #include <array>
 
@@ -14,6 +15,24 @@ using Remarks = std::function<void(const std::string& remark)>;
 
 /// Where a string set that starts at `offset` ends, behind its two NUL bytes; nothing when the bytes end first.
 std::optional<std::size_t> endOfStrings(View bytes, std::size_t offset);
+
+/// The strings of one structure, each found once, and no sooner than it is asked for.
+class StringSet
+{
+public:
+    /// Turns to the strings of another structure.
+    void turnTo(const libsmbios2::type_hdr* structure);
+
+    const libsmbios2::type_hdr* structure() const { return structure_; }
+
+    /// The text of this number, from 1 to 255; null when the set has none.
+    const char* find(unsigned char number);
+
+private:
+    const libsmbios2::type_hdr* structure_ = nullptr;
+    const char* next_ = nullptr; ///< what was not looked at yet
+    std::vector<const char*> found_;
+};
 
 /// A table as its source gave it, nothing in it believed yet.
 struct RawTable
@@ -38,6 +57,9 @@ public:
     /// How far a structure's start is behind the table's; nothing when it is not in this table.
     std::optional<std::uint32_t> offsetOf(const void* structure) const;
 
+    /// The strings of a structure of this table; null for one that lies elsewhere.
+    StringSet* strings(const libsmbios2::type_hdr* structure);
+
     /// The structure that starts there.
     StructurePlace place(std::uint32_t offset) const;
 
@@ -51,6 +73,9 @@ public:
 
     /// Bytes of the table.
     std::size_t length() const { return length_; }
+
+    /// All bytes, the zeros behind the table among them.
+    View memory() const { return raw_.bytes; }
 
     /// Structures of all types.
     std::size_t structures() const { return offsets_.size(); }
@@ -77,6 +102,7 @@ private:
     std::array<std::uint32_t, 257> firstOfType_{}; ///< where a type's offsets begin; the next type's is their end
     std::vector<std::uint32_t> offsets_;           ///< of all structures, by type, in table order within a type
     std::vector<bool> hasDevice_;                  ///< by offset
+    StringSet strings_;                            ///< of the structure that was asked for last
 };
 
 } // namespace embedded_host::table

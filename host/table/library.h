@@ -16,6 +16,9 @@ void beginDiscovery();
 /// which structure it was, since they repeat.
 void noteDevice();
 
+/// The strings of a structure of the table in memory; null for one that lies elsewhere.
+StringSet* stringsInMemory(const libsmbios2::type_hdr* structure);
+
 /// Tells the table library that the structure lacks a string that it was asked for.
 void noteMissingString(const void* structure, unsigned char number);
 

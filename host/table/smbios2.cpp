@@ -5,6 +5,7 @@
 #include "library.h"
 #include "services/logging.h"
 #include "services/messages.h"
+#include "services/shared_memory.h"
 #include "table_error.h"
 
 namespace embedded_host::table
@@ -21,7 +22,7 @@ void silent(const std::string& /*message*/) {}
 
 struct Library
 {
-    std::optional<Image> image;
+    std::shared_ptr<Image> image;
     bool current = false;                    ///< the image was read for the discovery under way
     bool fromFile = false;                   ///< and it came from a file
     std::unique_ptr<FirmwareTable> firmware; ///< found by isPresent, read by populateTable
@@ -39,7 +40,8 @@ struct Library
     void take(RawTable raw, bool isFromFile)
     {
         drop();
-        image.emplace(std::move(raw), faults);
+        image = std::make_shared<Image>(std::move(raw), faults);
+        services::shareMemory(image->memory(), image);
         current = true;
         fromFile = isFromFile;
     }
@@ -83,6 +85,11 @@ void noteDevice()
 {
     if (library().visited != nullptr)
         library().image->markDevice(*library().image->offsetOf(library().visited));
+}
+
+StringSet* stringsInMemory(const libsmbios2::type_hdr* structure)
+{
+    return library().image ? library().image->strings(structure) : nullptr;
 }
 
 void noteMissingString(const void* structure, unsigned char number)

@@ -12,6 +12,7 @@ namespace libsmbios2
 namespace
 {
 
+namespace table = embedded_host::table;
 namespace texts = embedded_host::texts;
 
 constexpr const char* kReserved = "Reserved";
@@ -22,43 +23,58 @@ bool isOneOf(const char* text, std::initializer_list<const char*> words)
     return std::ranges::any_of(words, [&](const char* word) { return std::strcmp(text, word) == 0; });
 }
 
+/// What a value of an enumerated field means.
+struct Meaning
+{
+    const char* english;
+    unsigned code;
+};
+
+/// Nothing when there is no table for the field.
+std::optional<Meaning> lookUp(unsigned type, unsigned offset, unsigned value, unsigned width, unsigned shift)
+{
+    const auto* field = texts::findField(type, offset, width, shift);
+    if (field == nullptr)
+        return std::nullopt;
+    const unsigned cut = width == 0 ? value : value >> shift & ((1u << width) - 1);
+    const char* text = texts::findText(*field, cut);
+    return Meaning{text != nullptr ? text : kOutOfRange, field->firstCode + cut};
+}
+
 } // namespace
 
 const char* Smbios2_SysInfo::getString(const type_hdr* structure, unsigned char number)
 {
     if (number == 0)
         return nullptr;
-    // An empty text ends the numbering; the zeros behind the table end a set that was cut.
-    const auto* text = static_cast<const char*>(static_cast<const void*>(structure)) + structure->length;
-    unsigned left = number;
-    while (*text != '\0') {
-        if (--left == 0)
-            return text;
-        text += std::strlen(text) + 1;
+    auto* strings = table::stringsInMemory(structure);
+    table::StringSet elsewhere;
+    if (strings == nullptr) {
+        elsewhere.turnTo(structure);
+        strings = &elsewhere;
     }
-    embedded_host::table::noteMissingString(structure, number);
-    return nullptr;
+    const char* text = strings->find(number);
+    if (text == nullptr)
+        table::noteMissingString(structure, number);
+    return text;
 }
 
 const char* Smbios2_SysInfo::getEnumFieldString(const unsigned char& type, const unsigned int& offset,
                                                 const unsigned int& value, unsigned char width, unsigned char shift)
 {
-    const auto* field = texts::findField(type, offset, width, shift);
-    if (field == nullptr)
-        return nullptr;
-    const unsigned cut = width == 0 ? value : value >> shift & ((1u << width) - 1);
-    const char* text = texts::findText(*field, cut);
-    return text != nullptr ? text : kOutOfRange;
+    const auto meaning = lookUp(type, offset, value, width, shift);
+    return meaning ? meaning->english : nullptr;
 }
 
 lum::String Smbios2_SysInfo::getLocalizedEnumFieldString(const unsigned char& type, const unsigned int& offset,
                                                          const unsigned int& value, unsigned char width,
                                                          unsigned char shift)
 {
-    const char* english = getEnumFieldString(type, offset, value, width, shift);
-    if (english == nullptr)
+    const auto meaning = lookUp(type, offset, value, width, shift);
+    if (!meaning)
         return {};
-    return lum::String(texts::translated(lum::LumLocale::getGlobalLocale().language(), english));
+    const auto& language = lum::LumLocale::getGlobalLocale().language();
+    return lum::String::fixed(texts::translated(language, meaning->english)).show(lum::Number::code(meaning->code));
 }
 
 bool Smbios2_SysInfo::isKnownEnum(const char* text)

@@ -30,6 +30,7 @@ struct FieldTexts
     std::uint8_t width;
     std::uint8_t shift;
     std::span<const EnumText> texts;
+    std::uint8_t firstCode = 0; ///< of the field's values, where a list counts them on from another field's
 
     constexpr std::uint32_t key() const
     {

@@ -134,7 +134,7 @@ inline constexpr EnumText kChassisSecurityStatus[] = {{0x01, "Other"},
 
 inline constexpr FieldTexts kPlatformIdentityFields[] = {
     {0, 0x0A, 0, 0, kBiosCharacteristics},
-    {0, 0x12, 0, 0, kBiosCharacteristicsExtension},
+    {0, 0x12, 0, 0, kBiosCharacteristicsExtension, 64},
     {1, 0x18, 0, 0, kWakeUpType},
     {2, 0x09, 0, 0, kBoardFeatures},
     {2, 0x0D, 0, 0, kBoardType},

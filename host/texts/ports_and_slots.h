@@ -213,7 +213,7 @@ inline constexpr FieldTexts kPortsAndSlotsFields[] = {
     {9, 0x07, 0, 0, kSlotUsage},
     {9, 0x08, 0, 0, kSlotLength},
     {9, 0x0B, 0, 0, kSlotCharacteristics1},
-    {9, 0x0C, 0, 0, kSlotCharacteristics2},
+    {9, 0x0C, 0, 0, kSlotCharacteristics2, 8},
 };
 
 } // namespace embedded_host::texts

@@ -1,12 +1,8 @@
-// Texts in JSON.
+// Texts and numbers in JSON.
 #include "json_writer.h"
 
+#include "services/decimal.h"
 #include "services/utf8.h"
-
-#include <algorithm>
-#include <array>
-#include <cstdio>
-#include <cstring>
 
 namespace embedded_host::writing
 {
@@ -17,40 +13,28 @@ namespace
 /// The most that one byte can become: \u001b.
 constexpr std::size_t kLongest = 6;
 
-/// How a character that does not stand for itself is written.
-std::string written(char32_t code)
+/// Writes a character that does not stand for itself; returns the end.
+char* escape(char32_t code, char* out)
 {
-    if (code == '"' || code == '\\')
-        return {'\\', static_cast<char>(code)};
-    if (code == '\n')
-        return "\\n";
-    if (code == '\t')
-        return "\\t";
-    std::string text;
-    if (services::isObeyed(code)) {
-        std::array<char, kLongest + 1> escape{};
-        std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(code));
-        text = escape.data();
-    } else {
-        services::appendUtf8(text, code);
+    if (code != '"' && code != '\\' && !services::isObeyed(code))
+        return services::writeUtf8(out, code);
+    *out++ = '\\';
+    switch (code) {
+    case '\n':
+        *out++ = 'n';
+        break;
+    case '\t':
+        *out++ = 't';
+        break;
+    case '"':
+    case '\\':
+        *out++ = static_cast<char>(code);
+        break;
+    default:
+        *out++ = 'u';
+        for (int shift = 12; shift >= 0; shift -= 4)
+            *out++ = "0123456789abcdef"[code >> shift & 0xF];
     }
-    return text;
-}
-
-/// Writes the text in quotes; returns the end.
-char* quote(std::string_view text, char* out)
-{
-    *out++ = '"';
-    for (;;) {
-        const auto plain = services::plainPrefix(text);
-        std::memcpy(out, text.data(), plain);
-        out += plain;
-        text.remove_prefix(plain);
-        if (text.empty())
-            break;
-        out = std::ranges::copy(written(services::takeCharacter(text)), out).out;
-    }
-    *out++ = '"';
     return out;
 }
 
@@ -58,20 +42,37 @@ char* quote(std::string_view text, char* out)
 
 void JsonWriter::text(std::string_view value)
 {
-    Prefix(rapidjson::kStringType);
-    const std::size_t room = kLongest * value.size() + 2;
-    char* start = buffer_.Push(room);
-    const char* end = quote(value, start);
-    buffer_.Pop(room - static_cast<std::size_t>(end - start));
+    char* out = beginValue(1);
+    *out++ = '"';
+    output_.wrote(out);
+    while (!value.empty()) {
+        const auto piece = value.substr(0, Output::kMostRoom - kLongest);
+        const auto plain = services::plainPrefix(piece);
+        out = output_.room(plain + kLongest);
+        out += piece.copy(out, plain);
+        value.remove_prefix(plain);
+        if (plain < piece.size())
+            out = escape(services::takeCharacter(value), out);
+        output_.wrote(out);
+    }
+    out = output_.room(1);
+    *out++ = '"';
+    output_.wrote(out);
 }
 
 void JsonWriter::plain(std::string_view value)
 {
-    Prefix(rapidjson::kStringType);
-    char* out = buffer_.Push(value.size() + 2);
+    char* out = beginValue(value.size() + 2);
     *out++ = '"';
-    std::memcpy(out, value.data(), value.size());
-    out[value.size()] = '"';
+    out += value.copy(out, value.size());
+    *out++ = '"';
+    output_.wrote(out);
+}
+
+void JsonWriter::number(double value)
+{
+    char* out = beginValue(services::kLongestNumber);
+    output_.wrote(services::writeNumber(out, value));
 }
 
 } // namespace embedded_host::writing

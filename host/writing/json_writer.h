@@ -1,78 +1,97 @@
-// RapidJSON's writer with this host's rule for texts.
+// JSON, written straight into an output.
 #pragma once
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include "output.h"
 
-#include <cstdlib>
-#include <new>
-#include <string_view>
+#include <charconv>
+#include <concepts>
 
 namespace embedded_host::writing
 {
 
-/// RapidJSON never asks whether its allocator had anything to give, so this one throws when it has not.
-class ThrowingAllocator
-{
-public:
-    // RapidJSON's names.
-    static constexpr bool kNeedFree = true;
-    static void* Malloc(std::size_t size) { return size == 0 ? nullptr : given(std::malloc(size)); }
-    static void* Realloc(void* old, std::size_t /*oldSize*/, std::size_t size)
-    {
-        if (size != 0)
-            return given(std::realloc(old, size));
-        Free(old);
-        return nullptr;
-    }
-    static void Free(void* memory) { std::free(memory); }
-
-private:
-    static void* given(void* memory) { return memory != nullptr ? memory : throw std::bad_alloc(); }
-};
-
-using JsonBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, ThrowingAllocator>;
-
 /// Writes JSON without blanks. Texts may be any bytes: ill-formed UTF-8 is replaced, and what a terminal would obey is
-/// written as an escape, so a document may be looked at anywhere.
-class JsonWriter : private rapidjson::Writer<JsonBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>
+/// written as an escape, so a document may be looked at anywhere. Commas come by themselves; that every object and
+/// array ends is the caller's part.
+class JsonWriter
 {
 public:
-    JsonWriter() { Reset(buffer_); }
+    explicit JsonWriter(Output& output) : output_(output) {}
 
-    void beginObject() { StartObject(); }
-    void endObject() { EndObject(); }
-    void beginArray() { StartArray(); }
-    void endArray() { EndArray(); }
+    void beginObject() { begin('{'); }
+    void endObject() { end('}'); }
+    void beginArray() { begin('['); }
+    void endArray() { end(']'); }
 
     /// Keys are plain, as plainPrefix says it.
-    void key(std::string_view name) { plain(name); }
+    void key(std::string_view name)
+    {
+        plain(name);
+        end(':');
+        comma_ = false;
+    }
     void member(std::string_view name, std::string_view value)
     {
         key(name);
         text(value);
     }
     void text(std::string_view value);
-    /// A text that is known to be plain: the names that the device API gives its constants.
+    /// A text that is known to be plain and short: the names that the device API gives its constants.
     void plain(std::string_view value);
-    void number(double value) { Double(value); }
-    void number(std::uint64_t value) { Uint64(value); }
-    void number(int value) { Int(value); }
-    void flag(bool value) { Bool(value); }
-    void null() { Null(); }
-
-    /// What was written so far.
-    std::string_view written() const { return {buffer_.GetString(), buffer_.GetSize()}; }
-
-    /// Starts a new document; the memory is kept.
-    void clear()
+    void number(std::integral auto value)
     {
-        buffer_.Clear();
-        Reset(buffer_);
+        char* out = beginValue(kLongestInteger);
+        output_.wrote(std::to_chars(out, out + kLongestInteger, value).ptr);
+    }
+    /// As ECMAScript prints numbers.
+    void number(double value);
+    /// A number that is written already.
+    void number(std::string_view digits) { literal(digits); }
+    void flag(bool value) { literal(value ? "true" : "false"); }
+    void null() { literal("null"); }
+
+    /// Begins a line for the next value.
+    void newLine()
+    {
+        literal("\n");
+        comma_ = false;
+    }
+    /// Ends a line behind a value.
+    void endLine()
+    {
+        comma_ = false;
+        newLine();
     }
 
 private:
-    JsonBuffer buffer_;
+    static constexpr std::size_t kLongestInteger = 20;
+
+    /// Room for so many bytes of a value, behind a comma where one is due.
+    char* beginValue(std::size_t bytes)
+    {
+        char* out = output_.room(bytes + 1);
+        if (comma_)
+            *out++ = ',';
+        comma_ = true;
+        return out;
+    }
+    void literal(std::string_view text)
+    {
+        char* out = beginValue(text.size());
+        output_.wrote(out + text.copy(out, text.size()));
+    }
+    void begin(char bracket)
+    {
+        literal({&bracket, 1});
+        comma_ = false;
+    }
+    void end(char bracket)
+    {
+        comma_ = false;
+        literal({&bracket, 1});
+    }
+
+    Output& output_;
+    bool comma_ = false; ///< before the next value
 };
 
 } // namespace embedded_host::writing

@@ -11,8 +11,6 @@ namespace embedded_host::writing
 namespace
 {
 
-constexpr std::size_t kPiece = 0x10000;
-
 [[noreturn]] void fail() { throw std::system_error(errno != 0 ? errno : EIO, std::generic_category()); }
 
 class StandardOutput : public Output
@@ -83,19 +81,26 @@ private:
 
 void Output::write(std::string_view text)
 {
-    pending_ += text;
-    if (pending_.size() >= kPiece) {
-        writeThrough(pending_);
-        pending_.clear();
+    while (!text.empty()) {
+        if (used_ == kMostRoom)
+            writePending();
+        const auto copied = text.copy(pending_.get() + used_, kMostRoom - used_);
+        used_ += copied;
+        text.remove_prefix(copied);
     }
 }
 
 void Output::finish()
 {
-    if (!pending_.empty())
-        writeThrough(pending_);
-    pending_.clear();
+    writePending();
     complete();
+}
+
+void Output::writePending()
+{
+    if (used_ != 0)
+        writeThrough({pending_.get(), used_});
+    used_ = 0;
 }
 
 std::unique_ptr<Output> standardOutput() { return std::make_unique<StandardOutput>(); }

@@ -4,7 +4,6 @@
 #include "platform/files.h"
 
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace embedded_host::writing
@@ -18,6 +17,18 @@ public:
 
     void write(std::string_view text);
 
+    /// The most that `room` gives, in bytes.
+    static constexpr std::size_t kMostRoom = 0x10000;
+
+    /// Memory for that many bytes of text. What is written there counts once `wrote` tells its end.
+    char* room(std::size_t bytes)
+    {
+        if (bytes > kMostRoom - used_)
+            writePending();
+        return pending_.get() + used_;
+    }
+    void wrote(const char* end) { used_ = static_cast<std::size_t>(end - pending_.get()); }
+
     /// Writes what is left and makes the output complete. Without it a file does not appear.
     void finish();
 
@@ -25,7 +36,10 @@ private:
     virtual void writeThrough(std::string_view text) = 0;
     virtual void complete() = 0;
 
-    std::string pending_;
+    void writePending();
+
+    std::unique_ptr<char[]> pending_ = std::make_unique_for_overwrite<char[]>(kMostRoom);
+    std::size_t used_ = 0; ///< of what is pending
 };
 
 std::unique_ptr<Output> standardOutput();

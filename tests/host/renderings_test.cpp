@@ -8,7 +8,7 @@ namespace
 
 using namespace orb5;
 
-std::string text(const OrbString& string) { return string.lumString().bytes(); }
+std::string text(const OrbString& string) { return string.getUTF8Buffer(); }
 
 TEST(Renderings, DiscreteMeasurements)
 {
@@ -92,7 +92,7 @@ TEST(Renderings, TemperaturesHaveExactlyTheirDecimals)
 {
     const auto shown = [](float value, unsigned char decimals) {
         const lum::Temperature temperature(value, decimals, 0, lum::TEMPERATURE_ABSOLUTE);
-        return temperature.toString(9, lum::TEMPERATURE_CELSIUS).bytes();
+        return text(temperature.toString(9, lum::TEMPERATURE_CELSIUS));
     };
     EXPECT_EQ(shown(0.005F, 3), "0.005 °C");
     EXPECT_EQ(shown(25.0F, 0), "25 °C");

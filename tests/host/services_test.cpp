@@ -78,7 +78,7 @@ std::string setting(const char* key)
     String out("(absent)");
     const bool exists = lum::Resource::getSetting("zorpsysinfosmbios2", key, out, lum::LumLocale::getGlobalLocale());
     EXPECT_EQ(exists, out.bytes() != "(absent)");
-    return out.bytes();
+    return std::string(out.bytes());
 }
 
 TEST(Settings, TheCommandLineWinsOverTheFile)

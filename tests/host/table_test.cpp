@@ -114,7 +114,7 @@ TEST(TableFiles, AFolderOrARawTableTakesTheEntryPointBesideIt)
     const auto raw = folder.file("DMI", smallTable().structures());
     const auto version = [](const std::filesystem::path& path) {
         EXPECT_TRUE(Smbios2::instance().loadTableFromFile(lum::String(path.string()), false));
-        return Smbios2::instance().getVersionString().bytes();
+        return std::string(Smbios2::instance().getVersionString().bytes());
     };
     EXPECT_EQ(version(folder.path()), "3.0 (assumed)");
     folder.file("smbios_entry_point", Bytes(dump.begin(), dump.begin() + 0x18));
@@ -202,8 +202,7 @@ std::string handleText(std::uint16_t handle)
 {
     return orb5::OrbDiscreteMeasurement(orb5::OrbUnitType::HEXADECIMAL16(), handle)
         .toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())
-        .lumString()
-        .bytes();
+        .getUTF8Buffer();
 }
 
 /// The faults that a discovery of these bytes met: "strings-past-end 30 0x0001".

@@ -80,7 +80,7 @@ std::set<std::string> askedFor()
 {
     std::set<std::string> keys{"NotInstalled", "Reserved", "Out of range"};
     for (const auto* property : embedded_host::declaredProperties())
-        keys.insert("LocalizedString.propname_" + property->name);
+        keys.insert(std::string("LocalizedString.propname_").append(property->name));
     for (unsigned place = 0; place < 256u * 256u * 9u * 8u; ++place)
         if (const auto* field =
                 embedded_host::texts::findField(place & 0xFF, place >> 8 & 0xFF, (place >> 16) / 8, (place >> 16) % 8))
@@ -105,7 +105,7 @@ TEST(Languages, WhatIsAlwaysEnglish)
     lum::LumLocale::setGlobalLanguage("de");
     EXPECT_STREQ(lookUp(17, 0x12, 1), "Other");
     const auto localized = [](unsigned value) {
-        return Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, value, 0, 0).bytes();
+        return std::string(Smbios2_SysInfo::getLocalizedEnumFieldString(17, 0x12, value, 0, 0).bytes());
     };
     EXPECT_EQ(localized(0x7F), "Außerhalb des Bereichs");
     EXPECT_EQ(localized(0x1A), "DDR4");

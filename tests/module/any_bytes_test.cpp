@@ -39,7 +39,7 @@ std::map<std::string, std::size_t> ends(const tests::TableBuilder& table)
     for (const auto& structure : table.all()) {
         const auto bytes = structure.image();
         end += bytes.size();
-        found[lum::SprintfFormat("SMBIOS:0x%02X%02X", bytes[3], bytes[2]).bytes()] = end;
+        found[std::string(lum::SprintfFormat("SMBIOS:0x%02X%02X", bytes[3], bytes[2]).bytes())] = end;
     }
     return found;
 }
@@ -56,7 +56,7 @@ TEST(AnyBytes, ACutTakesOnlyWhatLiesBehindIt)
         const auto textOfUncut = [&](const std::vector<DeviceRecord>& devices) {
             std::vector<DeviceRecord> uncut;
             std::ranges::copy_if(devices, std::back_inserter(uncut), [&](const DeviceRecord& device) {
-                const auto structure = structures.find(device.uid);
+                const auto structure = structures.find(std::string(device.uid.bytes()));
                 return structure != structures.end() && structure->second <= cut;
             });
             return tests::inventoryText(uncut);

@@ -36,12 +36,13 @@ StructureBuilder full(unsigned char type)
 std::vector<std::string> contents(const tests::Recorded& recorded)
 {
     std::vector<std::string> names;
-    const auto device = std::ranges::find(recorded.devices, "SMBIOS:0x0100", &embedded_host::DeviceRecord::uid);
+    const auto device =
+        std::ranges::find_if(recorded.devices, [](const auto& each) { return each.uid == "SMBIOS:0x0100"; });
     if (device == recorded.devices.end())
         return names;
     names.emplace_back("device");
     for (const auto& property : device->properties)
-        names.push_back(property.declaration->name);
+        names.emplace_back(property.declaration->name);
     for (std::size_t i = 1; i <= device->childBusIds.size(); ++i)
         names.push_back("child " + std::to_string(i));
     return names;
@@ -77,7 +78,7 @@ void expectLadder(const std::string& name, const StructureBuilder& structure)
 TEST(Ladder, EveryPropertyAppearsAtItsLength)
 {
     for (const auto type : kTypes)
-        expectLadder(lum::SprintfFormat("%02u", unsigned{type}).bytes(), full(type));
+        expectLadder(std::string(lum::SprintfFormat("%02u", unsigned{type}).bytes()), full(type));
     expectLadder("22_smart_battery", full(22).put(byte(0x06), 0).put(byte(0x09), 2));
 }
 

@@ -190,13 +190,13 @@ std::string setValue(const std::string& name)
 {
     const auto properties = embedded_host::declaredProperties();
     const auto found = std::ranges::find(properties, name, &embedded_host::Property::name);
-    return found == properties.end() ? "(no such property)" : (*found)->value.toString().lumString().bytes();
+    return found == properties.end() ? "(no such property)" : (*found)->value.toString().getUTF8Buffer();
 }
 
 std::string lookUp(const tests::Recorded& recorded, const std::string& what)
 {
     if (what == "name")
-        return recorded.device(kUid).name;
+        return std::string(recorded.device(kUid).name.bytes());
     if (what == "children")
         return recorded.children(kUid);
     if (what.starts_with("set "))

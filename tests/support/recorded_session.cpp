@@ -68,7 +68,7 @@ Bytes readBytes(const std::filesystem::path& path)
 
 const DeviceRecord& Recorded::device(const std::string& uid) const
 {
-    const auto found = std::ranges::find(devices, uid, &DeviceRecord::uid);
+    const auto found = std::ranges::find_if(devices, [&](const auto& each) { return each.uid == uid; });
     if (found == devices.end())
         throw std::out_of_range("no device " + uid);
     return *found;
@@ -77,14 +77,15 @@ const DeviceRecord& Recorded::device(const std::string& uid) const
 std::string Recorded::value(const std::string& uid, const std::string& property) const
 {
     const auto* value = device(uid).find(property);
-    return value == nullptr ? "(absent)" : value->toString().lumString().bytes();
+    return value == nullptr ? "(absent)" : value->toString().getUTF8Buffer();
 }
 
 std::string Recorded::children(const std::string& uid) const
 {
     std::string ids;
-    for (const auto& child : device(uid).childBusIds)
-        ids += (ids.empty() ? "" : ", ") + child.id.value_or("(none)");
+    const auto& children = device(uid).childBusIds;
+    for (std::size_t i = 0; i < children.size(); ++i)
+        ids.append(ids.empty() ? "" : ", ").append(children[i].id.value_or("(none)").bytes());
     return ids;
 }
 
@@ -92,7 +93,7 @@ std::vector<std::string> Recorded::uids() const
 {
     std::vector<std::string> all;
     for (const auto& each : devices)
-        all.push_back(each.uid);
+        all.emplace_back(each.uid.bytes());
     return all;
 }
 
@@ -130,23 +131,32 @@ Recorded discover(const Bytes& image, const Settings& settings)
 std::string inventoryText(const std::vector<DeviceRecord>& devices)
 {
     std::string text;
-    const auto line = [&](const std::string& content) { text += content + "\n"; };
+    const auto line = [&](std::initializer_list<std::string_view> parts) {
+        for (const auto part : parts)
+            text += part;
+        text += '\n';
+    };
     for (const auto& device : devices) {
         std::string capabilities;
         for (const auto& capability : device.capabilities)
             capabilities += std::string(" ") + capability.name();
-        line(device.uid + " [" + device.name + "] [" + device.identifier + "] [" + device.description + "]" +
-             capabilities);
+        line({device.uid.bytes(), " [", device.name.bytes(), "] [", device.identifier.bytes(), "] [",
+              device.description.bytes(), "]", capabilities});
         for (const auto& [kind, uid] : device.uids)
-            line("  uid " + std::to_string(kind) + " " + uid);
+            line({"  uid ", std::to_string(kind), " ", uid.bytes()});
         for (const auto& [declaration, value] : device.properties) {
-            const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held());
-            line("  " + declaration->name + " =" + (elements ? "" : " " + value.toString().lumString().bytes()));
-            for (const auto& element : elements ? *elements : std::vector<orb5::OrbString>())
-                line("    - " + element.lumString().bytes());
+            if (const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held())) {
+                line({"  ", declaration->name, " ="});
+                for (const auto& element : *elements)
+                    line({"    - ", element.getUTF8Buffer()});
+            } else {
+                line({"  ", declaration->name, " = ", value.toString().getUTF8Buffer()});
+            }
         }
-        for (const auto& child : device.childBusIds)
-            line(std::string("  child ") + child.bus.name() + " " + child.id.value_or("(none)"));
+        for (std::size_t i = 0; i < device.childBusIds.size(); ++i) {
+            const auto child = device.childBusIds[i];
+            line({"  child ", child.bus.name(), " ", child.id.value_or("(none)").bytes()});
+        }
     }
     return text;
 }

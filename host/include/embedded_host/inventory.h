@@ -3,6 +3,7 @@
 
 #include "orb5.h"
 
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -16,20 +17,21 @@ struct Property : orb5::DeviceProperty
 {
     Property(const orb5::OrbString& propertyName, const orb5::PropertyCategory& propertyCategories,
              const orb5::DataType& propertyType, const orb5::DeviceCapability& propertyCapability)
-        : name(propertyName.lumString().bytes()), categories(propertyCategories), type(propertyType),
+        : text(propertyName.lumString()), name(text.bytes()), categories(propertyCategories), type(propertyType),
           capability(propertyCapability)
     {
     }
 
     std::size_t index = 0; ///< among all declarations, in their order
-    std::string name;
+    const lum::String text;
+    const std::string_view name;
     orb5::PropertyCategory categories;
     orb5::DataType type;
     orb5::DeviceCapability capability;
     orb5::Value value{""};
 };
 
-/// A property on a device.
+/// A property on a device. The texts in its value tell which number they show: `lumString().number()`.
 struct HeldProperty
 {
     HeldProperty(const Property* property, const orb5::Value& present) : declaration(property), value(present) {}
@@ -42,19 +44,36 @@ struct HeldProperty
 struct ChildBusId
 {
     orb5::ChildBusType bus;
-    std::optional<std::string> id;
+    std::optional<lum::String> id;
+};
+
+/// The children that a device names. A group names one for every two bytes of some tables, so handles are kept as
+/// numbers.
+class ChildBusIds
+{
+public:
+    void add(const ChildBusId& child);
+    void clear();
+
+    std::size_t size() const { return entries_.size(); }
+    bool empty() const { return entries_.empty(); }
+    ChildBusId operator[](std::size_t index) const;
+
+private:
+    std::deque<std::uint32_t> entries_; ///< handles; from 10000h up the places of the others
+    std::vector<ChildBusId> others_;
 };
 
 /// What a device is made of, in the order in which it was added.
 struct DeviceRecord
 {
-    std::string name;
-    std::string identifier;
-    std::string description;
-    std::string uid;
+    lum::String name;
+    lum::String identifier;
+    lum::String description;
+    lum::String uid;
     std::vector<orb5::DeviceCapability> capabilities; ///< without NIL and repeats
-    std::map<int, std::string> uids;                  ///< further identifiers by kind
-    std::vector<ChildBusId> childBusIds;
+    std::map<int, lum::String> uids;                  ///< further identifiers by kind
+    ChildBusIds childBusIds;
     std::vector<HeldProperty> properties;
 
     /// The value of a property; null when the device does not have it.
