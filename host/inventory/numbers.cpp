@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <string>
 
 namespace embedded_host::inventory
 {
@@ -75,12 +76,9 @@ std::optional<std::uint64_t> whole(const Exact& exact)
 /// The nearest double.
 double nearest(const Exact& exact)
 {
-    std::array<char, 32> text{};
-    char* end = std::to_chars(text.begin(), text.end(), exact.digits).ptr;
-    *end++ = 'e';
-    end = std::to_chars(end, text.end(), exact.tens).ptr;
+    const std::string text = std::to_string(exact.digits) + "e" + std::to_string(exact.tens);
     double value = 0;
-    std::from_chars(text.begin(), end, value);
+    std::from_chars(text.data(), text.data() + text.size(), value);
     return std::ldexp(exact.negative ? -value : value, exact.twos);
 }
 
