@@ -30,8 +30,8 @@ _zorpsysinfosmbios2() {
             ;;
         *)
             $split && return
-            values="-a --all --catalogue -f --format -h --help -l --language --log-level -o --output -s --set --settings
-                -V --version"
+            values="-a --all --catalogue -d --details -f --format -h --help -l --language --log-level -o --output -s --set
+                --settings --tables -V --version"
             ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$values" -- "$cur")

@@ -20,6 +20,12 @@ Registry& registry()
     return instance;
 }
 
+void forgetValues()
+{
+    for (auto& property : registry().properties)
+        property.value = orb5::Value("");
+}
+
 } // namespace devices
 
 const ModuleInfo& moduleInfo() { return devices::registry().module; }

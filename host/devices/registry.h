@@ -26,4 +26,7 @@ struct Registry
 
 Registry& registry();
 
+/// Lets the declarations forget what was set on them last, and with it the table that its texts may lie in.
+void forgetValues();
+
 } // namespace embedded_host::devices

@@ -4,9 +4,11 @@
 #include "categories.h"
 #include "numbers.h"
 #include "services/decimal.h"
+#include "table/library.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 
 namespace embedded_host::inventory
 {
@@ -112,7 +114,7 @@ void writeChild(writing::JsonWriter& json, const ChildBusId& child)
     json.endObject();
 }
 
-void writeDevice(writing::JsonWriter& json, const DeviceRecord& device, JsonInventory::Numbers numbers)
+void writeDevice(writing::JsonWriter& json, const DeviceRecord& device, bool withNumbers)
 {
     json.beginObject();
     json.member("uid", device.uid.bytes());
@@ -143,7 +145,7 @@ void writeDevice(writing::JsonWriter& json, const DeviceRecord& device, JsonInve
         std::visit(ValueAsJson{json}, property.value.held());
     }
     json.endObject();
-    if (numbers == JsonInventory::Numbers::With)
+    if (withNumbers)
         writeNumbers(json, device.properties);
     json.endObject();
 }
@@ -159,42 +161,152 @@ void writeModule(writing::JsonWriter& json, const ModuleInfo& module)
     json.endObject();
 }
 
+void writeTable(writing::JsonWriter& json)
+{
+    const auto table = table::summary();
+    if (!table) {
+        json.null();
+        return;
+    }
+    json.beginObject();
+    json.member("source", table->fromFile ? "file" : "firmware");
+    json.member("version", table->version);
+    json.key("bytes");
+    json.number(table->bytes);
+    json.key("structures");
+    json.number(table->structures);
+    json.endObject();
+}
+
+std::string handleText(std::uint16_t handle)
+{
+    std::array<char, 8> text{};
+    std::snprintf(text.data(), text.size(), "0x%04X", unsigned{handle});
+    return text.data();
+}
+
 } // namespace
 
 void JsonInventory::beginDocument()
 {
     begun_ = true;
     json_.beginObject();
+    if (details_.source)
+        json_.member("source", *details_.source);
     json_.member("format", "zorp-sysinfo-1");
     json_.key("module");
     writeModule(json_, moduleInfo());
-    json_.key("devices");
+    if (details_.wanted) {
+        json_.key("table");
+        writeTable(json_);
+    }
+    beginList("devices");
+    if (root_) {
+        beginElement();
+        writeDevice(json_, *root_, details_.wanted);
+    }
+}
+
+void JsonInventory::beginList(std::string_view name)
+{
+    json_.key(name);
     json_.beginArray();
+    listIsEmpty_ = true;
+}
+
+void JsonInventory::beginElement()
+{
+    if (layout_ == Layout::Document)
+        json_.newLine();
+    listIsEmpty_ = false;
+}
+
+void JsonInventory::endList()
+{
+    if (layout_ == Layout::Document && !listIsEmpty_)
+        json_.endLine();
+    json_.endArray();
 }
 
 void JsonInventory::take(DeviceRecord&& device)
 {
-    if (layout_ == Layout::Document) {
-        if (!begun_)
-            beginDocument();
-        json_.newLine();
-    }
-    writeDevice(json_, device, numbers_);
-    if (layout_ == Layout::Lines)
+    if (layout_ == Layout::Lines) {
+        writeDevice(json_, device, details_.wanted);
         json_.endLine();
+        return;
+    }
+    // The firmware's table is read only when the root has been published.
+    if (details_.wanted && !begun_ && !root_) {
+        root_ = std::move(device);
+        return;
+    }
+    if (!begun_)
+        beginDocument();
+    beginElement();
+    writeDevice(json_, device, details_.wanted);
+}
+
+void JsonInventory::writeOthers()
+{
+    beginList("others");
+    for (const auto& structure : table::structuresWithoutDevice()) {
+        beginElement();
+        json_.beginObject();
+        json_.key("type");
+        json_.number(structure.type);
+        json_.member("handle", handleText(structure.handle));
+        json_.key("offset");
+        json_.number(structure.offset);
+        json_.key("length");
+        json_.number(structure.length);
+        json_.endObject();
+    }
+    endList();
+}
+
+void JsonInventory::writeFaults()
+{
+    beginList("faults");
+    for (const auto& fault : table::faults().all()) {
+        beginElement();
+        json_.beginObject();
+        json_.key("offset");
+        json_.number(fault.offset);
+        json_.key("handle");
+        if (fault.hasHandle)
+            json_.plain(handleText(fault.handle));
+        else
+            json_.null();
+        json_.member("fault", nameOf(fault.kind));
+        json_.member("text", table::faults().sentence(fault));
+        json_.endObject();
+    }
+    endList();
 }
 
 void JsonInventory::end()
 {
     if (layout_ == Layout::Lines)
         return;
-    if (begun_)
-        json_.endLine();
-    else
+    if (!begun_)
         beginDocument();
-    json_.endArray();
+    endList();
+    if (details_.wanted) {
+        writeOthers();
+        writeFaults();
+    }
     json_.endObject();
     json_.endLine();
+}
+
+void writeFailure(writing::Output& output, const std::string& source, const std::string& why)
+{
+    writing::JsonWriter json(output);
+    json.beginObject();
+    json.member("source", source);
+    json.member("error", why);
+    json.endObject();
+    json.endLine();
 }
 
 void writeCatalogueAsJson(writing::Output& output)

@@ -37,6 +37,22 @@ std::optional<Listener>& listener()
     return current;
 }
 
+/// What a LogSubject names; empty when there is none.
+std::string& subject()
+{
+    static std::string current;
+    return current;
+}
+
+/// The line with what it is about.
+std::string named(std::string line)
+{
+    const auto& name = subject();
+    if (name.empty() || line.starts_with(name + ": ") || line.ends_with(": " + name))
+        return line;
+    return name + ": " + line;
+}
+
 using Told = std::optional<std::set<std::string>>;
 
 /// What a ShortLog has let pass; none when there is no ShortLog.
@@ -78,6 +94,10 @@ void log(int priority, const char* name, const std::string& message)
 LogListener::LogListener(int priority, LogSink hear) { listener() = {priority, std::move(hear)}; }
 
 LogListener::~LogListener() { listener().reset(); }
+
+LogSubject::LogSubject(std::string name) { subject() = std::move(name); }
+
+LogSubject::~LogSubject() { subject().clear(); }
 
 ShortLog::ShortLog() { told().emplace(); }
 
@@ -126,9 +146,9 @@ bool Logger::log(LOGGER_PRIORITY at, const LoggerStream& message)
     const int error = errno; // whoever logs an error may still tell its number
     const auto text = shortened(at, message.text());
     if (const auto& taken = sink(); taken && text)
-        taken(at, name_, *text);
+        taken(at, name_, named(*text));
     else if (text)
-        writeToStandardError(at, name_, *text);
+        writeToStandardError(at, name_, named(*text));
     errno = error;
     return text.has_value();
 }

@@ -34,6 +34,16 @@ public:
     LogListener& operator=(const LogListener&) = delete;
 };
 
+/// Names what is worked on in front of each line of the log that does not begin or end with it, as long as it lives.
+class LogSubject
+{
+public:
+    explicit LogSubject(std::string name);
+    ~LogSubject();
+    LogSubject(const LogSubject&) = delete;
+    LogSubject& operator=(const LogSubject&) = delete;
+};
+
 /// Keeps the log short as long as it lives, whatever a table holds: each message from a warning up is logged
 /// once, and after 49 of them one more line says that the rest is left out.
 class ShortLog

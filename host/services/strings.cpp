@@ -44,8 +44,9 @@ String String::fixed(std::string_view text)
 void String::holdLong(std::string_view text, Source source)
 {
     size_ = text.size();
-    if (source == Source::Terminated && contains(shared().bytes, text.data())) {
-        owner_ = shared().owner.lock();
+    if (source == Source::Terminated && contains(shared().bytes, text.data()))
+        owner_ = shared().owner.lock(); // nobody where it has gone: other bytes may lie there now
+    if (owner_ != nullptr) {
         outside_ = text.data();
     } else {
         const auto copy = std::make_shared<char[]>(size_ + 1);

@@ -26,6 +26,8 @@ struct Written
 {
     bool all = false;
     bool catalogue = false;
+    bool details = false;
+    bool tables = false;
     bool version = false;
     std::string format = "text";
     std::string output;
@@ -125,6 +127,7 @@ void declareOptions(CLI::App& app, Written& written)
         ->check(checkFormat, "");
     app.add_option("-o,--output", written.output, translatable("write there instead of standard output"))
         ->option_text("FILE");
+    app.add_flag("-d,--details", written.details, translatable("json, ndjson: numbers, the table and its faults too"));
     app.add_flag("-a,--all", written.all, translatable("text: every tier and the internal properties too"));
     app.add_option("-l,--language", written.language, translatable("language of names and texts: en, de or zh_CN"))
         ->option_text("LANG");
@@ -139,6 +142,8 @@ void declareOptions(CLI::App& app, Written& written)
         ->allow_extra_args(false);
     app.add_option("--settings", written.settingsFile, translatable("read the settings from this file"))
         ->option_text("FILE");
+
+    app.add_flag("--tables", written.tables, translatable("with -d -f json: the tables that standard input names"));
 
     app.option_defaults()->group(translatable("Log and help"));
     app.add_option("--log-level", written.logLevel, translatable("lowest priority that is logged, 1 to 5 (default 3)"))
@@ -195,6 +200,14 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments)
         line.action = Action::Catalogue;
     if (line.action == Action::Catalogue && line.format == Format::Ndjson)
         throw std::runtime_error(message("--catalogue is printed as text or json, not as ndjson"));
+    if (line.action == Action::Catalogue && (written.details || written.tables))
+        throw std::runtime_error(message("--catalogue goes with neither --details nor --tables"));
+    if (line.action == Action::Discover && written.details && line.format == Format::Text)
+        throw std::runtime_error(message("--details needs -f json or -f ndjson"));
+    if (line.action == Action::Discover && written.tables && !(written.details && line.format == Format::Json))
+        throw std::runtime_error(message("--tables needs --details and -f json"));
+    line.details = written.details;
+    line.tables = written.tables;
     line.all = written.all;
     line.logLevel = written.logLevel.front() - '0';
     if (app.count("--output") != 0)

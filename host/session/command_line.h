@@ -21,6 +21,8 @@ struct CommandLine
     SettingsSource settings;
     std::optional<std::string> language; ///< none: the environment's
     bool all = false;
+    bool details = false; ///< with numbers, and what the document tells of the table
+    bool tables = false;  ///< standard input names the tables
     int logLevel = 3;
 };
 

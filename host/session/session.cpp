@@ -2,20 +2,18 @@
 #include "embedded_host/session.h"
 
 #include "command_line.h"
-#include "devices/registry.h"
 #include "inventory/json_inventory.h"
 #include "inventory/text_inventory.h"
 #include "lack_of_memory.h"
-#include "module_name.h"
+#include "many_tables.h"
 #include "platform/surroundings.h"
 #include "services/localization.h"
 #include "services/logging.h"
 #include "services/messages.h"
-#include "settings.h"
-#include "table/library.h"
 #include "writing/output.h"
 
-#include <charconv>
+#include <cstdio>
+#include <iostream>
 #include <new>
 
 namespace embedded_host
@@ -32,47 +30,14 @@ session::CommandLine& commandLine()
 
 [[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
 
-/// Lets the table library know which structures have devices.
-class NotingSink : public DeviceSink
-{
-public:
-    explicit NotingSink(DeviceSink& next) : next_(next) {}
-    void take(DeviceRecord&& device) override
-    {
-        table::noteDevice();
-        next_.take(std::move(device));
-    }
-
-private:
-    DeviceSink& next_;
-};
-
-/// Makes a sink the one that takes devices, as long as this object lives.
-class Receiving
-{
-public:
-    explicit Receiving(DeviceSink& sink) { devices::registry().sink = &sink; }
-    ~Receiving() { devices::registry().sink = nullptr; }
-    Receiving(const Receiving&) = delete;
-    Receiving& operator=(const Receiving&) = delete;
-};
-
-/// Takes from the module's log which memory sizes no memory has.
-void hearSizes(std::string_view logger, std::string_view text)
-{
-    unsigned message = 0;
-    unsigned exponent = 0;
-    std::from_chars(text.data(), text.data() + text.size(), message);
-    const bool isSize = message == 699 || message == 758 || message == 775;
-    if (!isSize || logger != kModuleName)
-        return;
-    const auto number = text.substr(text.rfind(' ') + 1);
-    std::from_chars(number.data(), number.data() + number.size(), exponent);
-    table::noteUnrealisticSize(exponent, message);
-}
-
 void printInventory(const session::CommandLine& line, writing::Output& output)
 {
+    if (line.tables) {
+        session::printTables(std::cin, line.settings, output);
+        if (std::ferror(stdin) != 0)
+            fail(services::message("cannot read standard input to its end"));
+        return;
+    }
     if (line.format == session::Format::Text) {
         inventory::Looks looks;
         if (const auto terminal = line.output ? std::nullopt : platform::terminal())
@@ -82,7 +47,8 @@ void printInventory(const session::CommandLine& line, writing::Output& output)
         text.end();
     } else {
         using Layout = inventory::JsonInventory::Layout;
-        inventory::JsonInventory json(output, line.format == session::Format::Json ? Layout::Document : Layout::Lines);
+        inventory::JsonInventory json(output, line.format == session::Format::Json ? Layout::Document : Layout::Lines,
+                                      {line.details, std::nullopt});
         discover(line.settings, json);
         json.end();
     }
@@ -112,26 +78,6 @@ void print(const session::CommandLine& line, writing::Output& output)
 }
 
 } // namespace
-
-void discover(const SettingsSource& settings, DeviceSink& sink)
-{
-    const auto callback = devices::registry().discover;
-    if (callback == nullptr)
-        fail("no module has registered a discovery");
-    try {
-        session::readSettings(settings);
-    } catch (const std::runtime_error& error) {
-        fail(error.what());
-    }
-    table::beginDiscovery();
-
-    const services::ShortLog shortLog;
-    const services::LogListener sizes(services::kError, [](int, auto logger, auto text) { hearSizes(logger, text); });
-    NotingSink noting(sink);
-    const Receiving receiving(noting);
-    callback();
-    session::reportUnusedSettings();
-}
 
 } // namespace embedded_host
 

@@ -38,6 +38,9 @@ struct Summary
 /// Of the table of the discovery that is under way or was the last; nothing when it has none.
 std::optional<Summary> summary();
 
+/// Why the last table that was asked for cannot be had; empty when it can.
+const std::string& failure();
+
 /// The structures of this table of which no device was made so far, in table order.
 std::vector<StructurePlace> structuresWithoutDevice();
 

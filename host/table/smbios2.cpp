@@ -28,18 +28,20 @@ struct Library
     std::unique_ptr<FirmwareTable> firmware; ///< found by isPresent, read by populateTable
     const void* visited = nullptr;           ///< the structure that was handed out last
     Faults faults;                           ///< of the image and its sources
+    std::string failure;                     ///< why there is no table
 
     /// No table is in memory any more.
-    void drop()
+    void drop(std::string why)
     {
         image.reset();
         current = false;
         visited = nullptr;
+        failure = std::move(why);
     }
 
     void take(RawTable raw, bool isFromFile)
     {
-        drop();
+        drop({});
         image = std::make_shared<Image>(std::move(raw), faults);
         services::shareMemory(image->memory(), image);
         current = true;
@@ -121,6 +123,8 @@ std::vector<StructurePlace> structuresWithoutDevice()
     return library().current ? library().image->withoutDevice() : std::vector<StructurePlace>();
 }
 
+const std::string& failure() { return library().failure; }
+
 const Faults& faults() { return library().faults; }
 
 } // namespace embedded_host::table
@@ -162,7 +166,7 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
         library.take(library.firmware->read(), false);
         return POPULATE_TABLE_READ;
     } catch (const table::TableError& error) {
-        library.drop();
+        library.drop(error.what());
         table::report(services::kError, services::message("cannot read the SMBIOS table: %1", error.what()));
         errno = error.error();
         return error.result();
@@ -172,12 +176,13 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
 bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
 {
     auto& library = table::library();
-    library.drop();
+    library.drop({});
     library.faults.restart(log ? table::warn : table::Faults::Log());
     const table::Remarks remarks = log ? table::warn : table::silent;
     try {
         library.take(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), true);
     } catch (const std::runtime_error& error) {
+        library.drop(error.what());
         table::report(services::kError, error.what());
     }
     return library.current;

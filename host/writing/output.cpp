@@ -18,7 +18,7 @@ class StandardOutput : public Output
     void writeThrough(std::string_view text) override
     {
         errno = 0;
-        if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
             fail();
     }
 
@@ -58,6 +58,7 @@ private:
     {
         errno = 0;
         stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
+        stream_.flush();
         check();
     }
 
@@ -90,9 +91,11 @@ void Output::write(std::string_view text)
     }
 }
 
+void Output::flush() { writePending(); }
+
 void Output::finish()
 {
-    writePending();
+    flush();
     complete();
 }
 

@@ -29,6 +29,9 @@ public:
     }
     void wrote(const char* end) { used_ = static_cast<std::size_t>(end - pending_.get()); }
 
+    /// Hands on what was collected, for a reader who waits for it.
+    void flush();
+
     /// Writes what is left and makes the output complete. Without it a file does not appear.
     void finish();
 

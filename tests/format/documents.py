@@ -18,13 +18,14 @@ except ImportError:
     sys.exit(77)
 
 program, docs = sys.argv[1], pathlib.Path(sys.argv[2])
-tables = [table for folder in sys.argv[3:] for table in sorted(pathlib.Path(folder).glob("*.dmi"))]
+tables = [table for folder in sys.argv[3:] for table in sorted(pathlib.Path(folder).rglob("*.dmi"))]
 faults = []
 
 
-def printed(*arguments):
+def printed(*arguments, typed=""):
     environment = {**os.environ, "LC_ALL": "C", "XDG_CONFIG_HOME": "/nonexistent"}
-    return subprocess.run([program, *arguments], env=environment, capture_output=True).stdout.decode("utf-8")
+    run = subprocess.run([program, *arguments], env=environment, capture_output=True, input=typed.encode())
+    return run.stdout.decode("utf-8")
 
 
 def without_repeats(members):
@@ -61,7 +62,7 @@ def are_ordered(devices):
 
 inventory, parts = schema("inventory.schema.json")
 whole = Validator(inventory)
-line = Validator({"$defs": parts, "$ref": "#/$defs/device"})
+failure = Validator({"$defs": parts, "$ref": "#/$defs/failure"})
 
 
 def check(what, validator, document, *orders):
@@ -77,17 +78,34 @@ check("catalogue", Validator(described), catalogue, has_order(catalogue, describ
 declared = {declaration["name"] for declaration in catalogue["properties"]}
 
 count = 0
-for table in ["/nonexistent", *tables]:
+everything = ["/nonexistent", *tables]
+in_one_run = printed("--tables", "-d", "-f", "json", typed="".join(f"{table}\n" for table in everything)).splitlines()
+if len(in_one_run) != len(everything):
+    faults.append(f"{len(in_one_run)} lines for {len(everything)} tables")
+for table, text in zip(everything, in_one_run):
     load = f"LoadTable={table}"
     document = parsed(printed("-s", load, "-f", "json"))
+    alone = printed("-s", load, "-d", "-f", "json")
+    detailed = parsed(text)
+    if "error" in detailed:
+        check(f"{table} in a list", failure, detailed, has_order(detailed, parts["failure"]))
+    else:
+        if text != json.dumps({"source": str(table)})[:-1].replace(": ", ":") + "," + alone.replace("\n", "")[1:]:
+            faults.append(f"{table}: in a list it is not what it is alone")
+        check(f"{table} with details", whole, detailed, has_order(detailed, inventory),
+              has_order(detailed["table"], parts["table"]), are_ordered(detailed["devices"]),
+              *(has_order(other, parts["other"]) for other in detailed["others"]),
+              *(has_order(fault, parts["fault"]) for fault in detailed["faults"]))
+        for device in detailed["devices"]:
+            del device["numbers"]
+        if {key: detailed[key] for key in document} != document:
+            faults.append(f"{table}: details change what is there without them")
     devices = document["devices"]
-    check(table, whole, document, has_order(document, inventory), has_order(document["module"], parts["module"]),
-          are_ordered(devices))
-    lines = printed("-s", load, "-f", "ndjson").splitlines()
-    for text in lines:
-        check(f"{table} as lines", line, parsed(text))
-    if len(lines) != len(devices):
-        faults.append(f"{table}: {len(devices)} devices, but {len(lines)} lines")
+    # Its devices are those of the document with details, which are checked there.
+    check(table, whole, {**document, "devices": []}, has_order(document, inventory),
+          has_order(document["module"], parts["module"]), are_ordered(devices))
+    if [parsed(text) for text in printed("-s", load, "-f", "ndjson").splitlines()] != devices:
+        faults.append(f"{table}: lines and document differ")
     for device in devices:
         faults += [f"{table}: {name} is not declared" for name in device["properties"] if name not in declared]
     if (table == "/nonexistent") != (devices == []):
@@ -112,8 +130,20 @@ MISTAKES = [
     (["devices", 1, "properties", "t0_characteristics", 0], 1),
     (["devices", 1, "properties", "smbios2_hdr_len", "unit"], "KILOBYTES"),
     (["devices", 1, "properties", "smbios2_hdr_handle", "text"], "0x0"),
+    (["devices", 1, "numbers"], REMOVED),
+    (["devices", 1, "numbers", "t0_sz"], 16),
+    (["devices", 1, "numbers", "t0_start", "unit"], "TEXT"),
+    (["table"], REMOVED),
+    (["table", "source"], "memory"),
+    (["table", "version"], "three"),
+    (["others"], REMOVED),
+    (["others", 0, "length"], 3),
+    (["others", 0, "handle"], None),
+    (["faults"], REMOVED),
+    (["faults", 0, "fault"], "unknown"),
+    (["faults", 0, "handle"], "0x1"),
 ]
-sample = parsed(printed("-s", f"LoadTable={tables[0]}", "-f", "json"))
+sample = parsed(printed("-s", f"LoadTable={tables[0]}", "-d", "-f", "json"))
 for path, mistake in MISTAKES:
     wrong = copy.deepcopy(sample)
     *road, last = path

@@ -139,6 +139,80 @@ TEST(Json, WhateverTheFileIsTheDocumentIsValid)
     }
 }
 
+/// What the document that is printed without line feeds says of the table behind its devices.
+std::string behindDevices(const std::string& document) { return document.substr(document.find("],\"others\"") + 2); }
+
+TEST(Details, TellTheTableTheOtherStructuresAndTheFaults)
+{
+    TableBuilder table;
+    table.add(2, 0x0002, 0x08).put(byte(0x07), 1);
+    table.add(200, 0x00C8, 0x06);
+    const TemporaryFolder folder;
+    auto dump = table.dump32(2, 7);
+    dump.resize(dump.size() - 1);
+    const auto path = folder.file("t.dmi", dump).string();
+    const auto run = program("-d -f json -s LoadTable=" + path);
+    EXPECT_NE(run.output.find(R"("table":{"source":"file","version":"2.7","bytes":17,"structures":2},"devices":[)"
+                              "\n{"),
+              std::string::npos)
+        << run.output;
+    EXPECT_EQ(behindDevices(run.output), R"("others":[
+{"type":200,"handle":"0x00C8","offset":10,"length":6}
+],"faults":[
+{"offset":10,"handle":"0x00C8","fault":"strings-past-end","text":"its strings run past the end of the table at 0x11; cut there"},
+{"offset":0,"handle":"0x0002","fault":"string-missing","text":"it asks for string 1, which its set does not have"}
+]}
+)");
+    EXPECT_EQ(behindDevices(program("-d -f json -s LoadTable=/nonexistent").output), "\"others\":[],\"faults\":[]}\n");
+}
+
+TEST(Details, AllFaultsAreToldThoughTheLogIsShort)
+{
+    constexpr unsigned kBoards = 20000;
+    TableBuilder table;
+    for (unsigned i = 0; i < kBoards; ++i)
+        table.add(41, 7, 0x05).put(byte(0x04), 9);
+    const TemporaryFolder folder;
+    const auto path = folder.file("t.dmi", table.structures()).string();
+    const auto document = parsed(program("-d -f json --log-level 5 -s LoadTable=" + path).output);
+    EXPECT_EQ(document["faults"].Size(), kBoards + 1); // and the end marker is missing
+}
+
+TEST(Tables, EachIsALineWhateverIsWrongWithOthers)
+{
+    const TemporaryFolder folder;
+    const auto list = folder.file("list", kSample + "\n/nonexistent\n\n" + std::string("a\0b\n", 4) + "/etc/passwd\n" +
+                                              std::string(70000, 'x') + "\n" + MACHINES_FOLDER "/sample_dell.dmi");
+    const auto run = program("--tables -d -f json <" + list.string());
+    std::istringstream lines(run.output);
+    const auto next = [&] {
+        std::string line;
+        std::getline(lines, line);
+        return line;
+    };
+    const auto alone = [](const std::string& path) {
+        auto document = program("-d -f json -s LoadTable=" + path).output;
+        std::erase(document, '\n');
+        return "{\"source\":\"" + path + "\"," + document.substr(1);
+    };
+    EXPECT_EQ(next(), alone(kSample));
+    EXPECT_EQ(next(), R"({"source":"/nonexistent","error":"/nonexistent: No such file or directory"})");
+    EXPECT_EQ(next(), R"({"source":"","error":"line 3 of the list is empty; it has to name a table"})");
+    EXPECT_EQ(next(), R"({"source":"a\u0000b","error":"line 4 of the list has a NUL in it; no path has"})");
+    EXPECT_EQ(next(), R"({"source":"/etc/passwd","error":"/etc/passwd: is not an SMBIOS table in any known layout"})");
+    EXPECT_TRUE(next().ends_with(R"(","error":"line 6 of the list is longer than any path"})"));
+    EXPECT_EQ(next(), alone(MACHINES_FOLDER "/sample_dell.dmi"));
+    EXPECT_EQ(next(), "");
+    EXPECT_EQ(run.log, "[4] zorpsysinfosmbios2: " + kSample +
+                           ": 758 Unrealistically large memory size for SMBIOS device with handle 0602h, it is 40\n"
+                           "[4] Smbios2: /nonexistent: No such file or directory\n"
+                           "[5] zorpsysinfosmbios2: 2603 Could not load SMBIOS table from file: /nonexistent\n"
+                           "[4] Smbios2: /etc/passwd: is not an SMBIOS table in any known layout\n"
+                           "[5] zorpsysinfosmbios2: 2603 Could not load SMBIOS table from file: /etc/passwd\n");
+    EXPECT_EQ(program("--tables -d -f json </dev/null").output, "");
+    EXPECT_EQ(program("--tables -d -f json <&-").output, "OrbException: cannot read standard input to its end\n");
+}
+
 TEST(Memory, StaysWithinASmallMultipleOfTheTable)
 {
     const TemporaryFolder folder;
@@ -196,6 +270,7 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
 {
     const TemporaryFolder folder;
     const auto badSettings = folder.file("bad.ini", "[zorpsysinfosmbios2]\nverbose\n").string();
+    const auto savingSettings = folder.file("save.ini", "[zorpsysinfosmbios2]\nSaveTable.value = x\n").string();
     const std::pair<std::string, const char*> cases[] = {
         {"--nonsense", "no option --nonsense ("},
         {"--formt json", "no option --formt; did you mean --format?"},
@@ -208,6 +283,13 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
         {"-s verbose", "\"verbose\""},
         {"-s =x", "NAME=VALUE"},
         {"--catalogue -f ndjson", "ndjson"},
+        {"--catalogue -f json -d", "neither --details nor --tables"},
+        {"-d", "--details needs -f json or -f ndjson"},
+        {"--tables -f json", "--tables needs --details and -f json"},
+        {"--tables -d -f ndjson", "--tables needs --details and -f json"},
+        {"--tables -d -f json -s LoadTable=x", "leave out LoadTable"},
+        {"--tables -d -f json -s SaveTable=x", "leave out SaveTable"},
+        {"--tables -d -f json --settings " + savingSettings, "leave out SaveTable"},
         {"--settings /nonexistent.ini", "/nonexistent.ini: No such file"},
         {"--settings " + badSettings, "line 2"},
         {"-o /nonexistent/x", "cannot write /nonexistent/x: No such file"},
@@ -226,7 +308,7 @@ TEST(CommandLine, HelpAndVersion)
 {
     for (const char* language : {"en", "de", "zh_CN"}) {
         const auto help = program("--help -l " + std::string(language)).output;
-        EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << "one screen";
+        EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 26) << "one screen";
         std::istringstream lines(help);
         unsigned examples = 0;
         for (std::string line; std::getline(lines, line);) {
