@@ -87,13 +87,14 @@ public:
     {
         try {
             const PhysicalMemory memory(device_);
-            auto found = namedBy(systab, memory);
+            std::string causes;
+            auto found = namedBy(systab, memory, causes);
             if (!found)
                 found = scanForEntryPoint(memory.read(kBiosArea, kBiosAreaSize));
             if (!found)
                 throw TableError(
                     libsmbios2::POPULATE_TABLE_NONE, ENOENT,
-                    message("%1: no entry point from 0xF0000 to 0xFFFFF", platform::utf8FromPath(device_)));
+                    causes + message("%1: no entry point from 0xF0000 to 0xFFFFF", platform::utf8FromPath(device_)));
             entryPoint_ = std::move(*found);
         } catch (const std::system_error& error) {
             failFor(error, device_);
@@ -116,19 +117,41 @@ private:
     static constexpr std::uint64_t kBiosArea = 0xF0000;
     static constexpr std::size_t kBiosAreaSize = 0x10000;
 
-    /// The entry point whose address the EFI system table gives; none where there is no such table or it is wrong.
-    static std::optional<EntryPoint> namedBy(const std::filesystem::path& systab, const PhysicalMemory& memory)
+    /// The entry point whose address the EFI system table gives. What is wrong there does not end the search, only
+    /// joins the causes.
+    static std::optional<EntryPoint> namedBy(const std::filesystem::path& systab, const PhysicalMemory& memory,
+                                             std::string& causes)
     {
         std::error_code ignored;
         if (!std::filesystem::exists(systab, ignored))
             return std::nullopt;
-        const auto bytes = readKernelFile(systab);
-        const std::string text(bytes.begin(), bytes.end());
-        for (const char* key : {"SMBIOS3", "SMBIOS"})
-            if (const auto address = addressIn(text, key); address != 0)
-                if (auto reading = readEntryPoint(memory.read(address, kDumpTableOffset)); reading.entryPoint)
+        try {
+            const auto bytes = readKernelFile(systab);
+            const std::string text(bytes.begin(), bytes.end());
+            for (const char* key : {"SMBIOS3", "SMBIOS"}) {
+                const auto address = addressIn(text, key);
+                if (address == 0)
+                    continue;
+                auto reading = entryPointAt(address, memory);
+                if (reading.entryPoint)
                     return reading.entryPoint;
+                causes += message("%1: the entry point that %2 names is not used, %3", platform::utf8FromPath(systab),
+                                  key, reading.faultOfEntryPoint()) +
+                          "; ";
+            }
+        } catch (const TableError& unreadable) {
+            causes += unreadable.what() + std::string("; ");
+        }
         return std::nullopt;
+    }
+
+    static EntryPointReading entryPointAt(std::uint64_t address, const PhysicalMemory& memory)
+    {
+        try {
+            return readEntryPoint(memory.read(address, kDumpTableOffset));
+        } catch (const std::system_error& refused) {
+            return {std::nullopt, services::reason(refused)};
+        }
     }
 
     std::filesystem::path device_;

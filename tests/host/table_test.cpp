@@ -382,6 +382,23 @@ TEST(LiveTable, TheMachinesMemoryIsReadFromACharacterDeviceOnly)
     EXPECT_TRUE(log[0].ends_with("mem: No such device")) << log[0];
 }
 
+TEST(LiveTable, AWrongAddressInTheEfiSystemTableDoesNotEndTheSearch)
+{
+    const Firmware firmware;
+    embedded_host::firmwarePlaces().memory = "/dev/zero";
+    const auto systab = firmware.folder().file("systab", "SMBIOS3=0xFFFFFFFFFFFFF000\nSMBIOS=0xF0000\n").string();
+    const auto log = tests::discover(tests::Settings{}).messages("Smbios2");
+    ASSERT_EQ(log.size(), 1u);
+    const auto passedOver = [&](const std::string& key) {
+        return log[0].find(systab + ": the entry point that " + key + " names is not used, ");
+    };
+    EXPECT_LT(passedOver("SMBIOS3"), passedOver("SMBIOS")) << log[0];
+    EXPECT_TRUE(
+        log[0].ends_with("it is no entry point; /dev/zero: no entry point from 0xF0000 to 0xFFFFF; name a saved "
+                         "table with LoadTable"))
+        << log[0];
+}
+
 TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
 {
     using embedded_host::table::scanForEntryPoint;
