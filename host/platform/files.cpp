@@ -1,46 +1,35 @@
 // Reading files, alike on every system.
 #include "files.h"
 
-#include <cerrno>
-#include <fstream>
-#include <new>
+#include "regular_file.h"
+
+#include <algorithm>
 
 namespace embedded_host::platform
 {
 
-Bytes readFile(const std::filesystem::path& path, std::size_t limit)
+Bytes readFile(const std::filesystem::path& path, std::size_t limit, std::size_t room)
 {
-    const auto fail = [&](std::errc why) { throw std::system_error(std::make_error_code(why), utf8FromPath(path)); };
+    RegularFile file(path);
+    const auto refuse = [&] { throw std::system_error(std::make_error_code(std::errc::file_too_large)); };
+    if (file.size() > limit)
+        refuse();
 
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (error)
-        throw std::system_error(error, utf8FromPath(path));
-    if (is_directory(status))
-        fail(std::errc::is_a_directory);
-    if (!is_regular_file(status))
-        fail(std::errc::not_supported);
-
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file && errno == ENOMEM)
-        throw std::bad_alloc();
-    if (!file)
-        throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), utf8FromPath(path));
-
-    // Read to the end: the files of the kernel's own file systems do not tell their size.
-    constexpr std::size_t kChunk = 0x10000;
+    // One byte more than there should be, so that the usual file is read at once, and so is its end. Some files of the
+    // kernel do not tell their size.
+    constexpr std::size_t kLeast = 0x1000;
     Bytes bytes;
-    while (file) {
-        const auto held = bytes.size();
-        bytes.resize(held + kChunk);
-        file.read(reinterpret_cast<char*>(bytes.data() + held), kChunk);
-        bytes.resize(held + static_cast<std::size_t>(file.gcount()));
-        if (bytes.size() > limit)
-            fail(std::errc::file_too_large);
+    bytes.reserve(std::max(static_cast<std::size_t>(file.size()) + 1, kLeast) + room);
+    bytes.resize(bytes.capacity() - room);
+    std::size_t held = 0;
+    while (const auto more = file.read(std::span(bytes).subspan(held))) {
+        held += more;
+        if (held > limit)
+            refuse();
+        if (held == bytes.size())
+            bytes.resize(2 * held);
     }
-    if (file.bad())
-        fail(std::errc::io_error);
+    bytes.resize(held);
     return bytes;
 }
 

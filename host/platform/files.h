@@ -26,9 +26,9 @@ inline std::string utf8FromPath(const std::filesystem::path& path)
     return {text.begin(), text.end()};
 }
 
-/// The content of a regular file. Throws std::system_error; a file of more than `limit` bytes is file_too_large, a
-/// device, pipe or folder is not read at all.
-Bytes readFile(const std::filesystem::path& path, std::size_t limit);
+/// The content of a regular file; `room` more bytes fit behind it without a copy. Never waits. Throws
+/// std::system_error; a file of more than `limit` bytes is file_too_large, a device, pipe or folder is not read at all.
+Bytes readFile(const std::filesystem::path& path, std::size_t limit, std::size_t room = 0);
 
 /// Whether the path itself is a symbolic link or another kind of signpost to elsewhere.
 bool isLink(const std::filesystem::path& path);

@@ -37,7 +37,7 @@ using services::message;
 Bytes readKernelFile(const std::filesystem::path& path)
 {
     try {
-        return platform::readFile(path, kLargestFile);
+        return platform::readFile(path, kLargestFile, Image::kZeroTail);
     } catch (const std::system_error& error) {
         failFor(error, path);
     }

@@ -11,7 +11,6 @@ namespace embedded_host::table
 namespace
 {
 
-constexpr unsigned char kEndOfTable = 127;
 constexpr std::size_t kHeader = 4;
 
 std::uint16_t handleAt(View table, std::size_t offset)
@@ -55,15 +54,15 @@ const char* StringSet::find(unsigned char number)
 }
 
 Image::Image(RawTable raw, Faults& faults)
-    : raw_(std::move(raw)), length_(raw_.bytes.size()), hasDevice_(raw_.bytes.size())
+    : raw_(std::move(raw)), length_(raw_.bytes.size() - raw_.start), hasDevice_(length_)
 {
-    raw_.bytes.resize(length_ + kZeroTail);
+    raw_.bytes.resize(raw_.bytes.size() + kZeroTail);
     index(walk(faults));
 }
 
 std::vector<Image::Found> Image::walk(Faults& faults)
 {
-    const View table = View(raw_.bytes).first(length_);
+    const View table = bytes();
     const std::size_t limit = raw_.entryPoint ? raw_.entryPoint->structures : 0;
     std::size_t offset = 0;
     const auto fault = [&](FaultKind kind, std::size_t first, std::size_t second = 0) {
@@ -126,16 +125,17 @@ const unsigned char* Image::find(unsigned char type, std::size_t index) const
 {
     const std::size_t first = firstOfType_[type];
     const std::size_t behind = firstOfType_[type + std::size_t{1}];
-    return index < behind - first ? raw_.bytes.data() + offsets_[first + index] : nullptr;
+    return index < behind - first ? bytes().data() + offsets_[first + index] : nullptr;
 }
 
 std::optional<std::uint32_t> Image::offsetOf(const void* structure) const
 {
     const auto* start = static_cast<const unsigned char*>(structure);
     const std::less<> before; // a total order, whatever the pointer points into
-    if (before(start, raw_.bytes.data()) || !before(start, raw_.bytes.data() + length_))
+    const auto* table = bytes().data();
+    if (before(start, table) || !before(start, table + length_))
         return std::nullopt;
-    return static_cast<std::uint32_t>(start - raw_.bytes.data());
+    return static_cast<std::uint32_t>(start - table);
 }
 
 StringSet* Image::strings(const libsmbios2::type_hdr* structure)
@@ -150,7 +150,8 @@ StringSet* Image::strings(const libsmbios2::type_hdr* structure)
 
 StructurePlace Image::place(std::uint32_t offset) const
 {
-    return {offset, raw_.bytes[offset], raw_.bytes[offset + 1], handleAt(raw_.bytes, offset)};
+    const View table = bytes();
+    return {offset, table[offset], table[offset + 1], handleAt(table, offset)};
 }
 
 std::vector<StructurePlace> Image::withoutDevice() const
@@ -165,10 +166,11 @@ std::vector<StructurePlace> Image::withoutDevice() const
 
 Bytes Image::dump() const
 {
-    Bytes bytes = raw_.entryPoint ? dumpEntryPoint(*raw_.entryPoint, length_)
-                                  : dumpEntryPoint(raw_.version, length_, structures(), longest_);
-    bytes.insert(bytes.end(), raw_.bytes.begin(), raw_.bytes.begin() + static_cast<std::ptrdiff_t>(length_));
-    return bytes;
+    Bytes dump = raw_.entryPoint ? dumpEntryPoint(*raw_.entryPoint, length_)
+                                 : dumpEntryPoint(raw_.version, length_, structures(), longest_);
+    const View table = bytes();
+    dump.insert(dump.end(), table.begin(), table.end());
+    return dump;
 }
 
 } // namespace embedded_host::table

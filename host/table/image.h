@@ -37,10 +37,14 @@ private:
 /// A table as its source gave it, nothing in it believed yet.
 struct RawTable
 {
-    Bytes bytes;
+    Bytes bytes;                          ///< up to the table's end
+    std::size_t start;                    ///< of the table in them; a dump's entry point may stand in front
     Version version;                      ///< as told by the source
     std::optional<EntryPoint> entryPoint; ///< none for a bare table and for a Windows block
 };
+
+/// The type of the structure that ends a table.
+constexpr unsigned char kEndOfTable = 127;
 
 /// A table whose structures are known.
 class Image
@@ -93,11 +97,14 @@ private:
         std::uint32_t offset;
         unsigned char type;
     };
+    /// The table, without what stands in front of it and behind it.
+    View bytes() const { return View(raw_.bytes).subspan(raw_.start, length_); }
+
     std::vector<Found> walk(Faults& faults);
     void index(const std::vector<Found>& found);
 
     RawTable raw_;
-    std::size_t length_;                           ///< of the table, the zero tail not counted
+    std::size_t length_;                           ///< of the table alone
     std::size_t longest_ = 0;                      ///< structure, string set included
     std::array<std::uint32_t, 257> firstOfType_{}; ///< where a type's offsets begin; the next type's is their end
     std::vector<std::uint32_t> offsets_;           ///< of all structures, by type, in table order within a type

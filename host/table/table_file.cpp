@@ -18,22 +18,59 @@ using services::reason;
 /// Method byte, version and revision, then the table's length: what stands before the table in a RawSMBIOSData block.
 constexpr std::size_t kBlockHeader = 8;
 
-Bytes copied(View bytes) { return {bytes.begin(), bytes.end()}; }
-
-/// As much of the announced length as there is.
-View cut(View table, std::uint64_t announced)
+/// Where a table ends that begins there and has the announced length, or as much of it as is held.
+std::size_t endOfTable(View bytes, std::size_t start, std::uint64_t announced)
 {
-    return table.first(static_cast<std::size_t>(std::min<std::uint64_t>(announced, table.size())));
+    return start + static_cast<std::size_t>(std::min<std::uint64_t>(announced, bytes.size() - start));
 }
 
 /// A block has its major version, 2 or 3, where a structure has its length, which is never below 4.
 bool looksLikeBlock(View bytes) { return bytes.size() > kBlockHeader && (bytes[1] == 2 || bytes[1] == 3); }
 
-/// Whether a whole structure stands at the start: formatted area and string set lie in the file. Few files that are no
-/// table begin like that; an end marker in front, as every ELF program has it, is no table either.
+std::uint64_t announcedBy(View block) { return littleEndian(block, 4, 4); }
+
+View tableIn(View block)
+{
+    return block.first(endOfTable(block, kBlockHeader, announcedBy(block))).subspan(kBlockHeader);
+}
+
+bool isPrintable(unsigned char byte) { return byte >= 0x20 && byte < 0x7F; }
+
+/// Whether this is a type that the standard has given out so far, or a maker's own.
+bool isAssigned(unsigned char type) { return type <= 46 || type >= 126; }
+
+/// Whether bytes for which no entry point vouches are a table.
+///
+/// A whole table is known by its end: structures fill the bytes, and the last is the end marker. A table whose tail is
+/// broken is known by its beginning: two structures with a word in their strings, before any whose type or strings no
+/// maker would write. For each, NUL bytes have to end printable text right where its length says that the text begins;
+/// other files meet that once, by chance, but not twice.
 bool looksLikeTable(View bytes)
 {
-    return bytes.size() >= 6 && bytes[0] != 127 && bytes[1] >= 4 && endOfStrings(bytes, bytes[1]).has_value();
+    constexpr std::size_t kHeader = 4;
+    constexpr std::size_t kNoStrings = 2;
+    constexpr std::ptrdiff_t kWord = 4;
+    constexpr unsigned kEnough = 2;
+    unsigned withWords = 0;
+    bool doubtful = false;
+    std::size_t offset = 0;
+    while (offset + 1 < bytes.size()) {
+        const unsigned char type = bytes[offset];
+        const std::size_t length = bytes[offset + 1];
+        const auto end = length < kHeader ? std::nullopt : endOfStrings(bytes, offset + length);
+        if (!end)
+            return false;
+        const View strings = bytes.subspan(offset + length, *end - offset - length);
+        if (type == kEndOfTable)
+            return offset != 0 && length == kHeader && strings.size() == kNoStrings && *end == bytes.size();
+        const auto letters = std::ranges::count_if(strings, isPrintable);
+        const auto ends = std::ranges::count(strings, 0);
+        doubtful = doubtful || !isAssigned(type) || static_cast<std::size_t>(letters + ends) != strings.size();
+        if (!doubtful && letters >= kWord && ++withWords == kEnough)
+            return true;
+        offset = *end;
+    }
+    return false;
 }
 
 std::string cutShort(const std::string& name, std::size_t held, std::uint64_t announced)
@@ -48,7 +85,7 @@ bool hasPlaceFor(const EntryPoint& entryPoint, View file)
     return entryPoint.tableLength == 0 || entryPoint.tableAddress < file.size();
 }
 
-RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
+RawTable readDump(Bytes file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
 {
     if (!hasPlaceFor(entryPoint, file))
         throw TableError::malformed(
@@ -56,11 +93,11 @@ RawTable readDump(View file, EntryPoint entryPoint, const std::string& name, con
                     entryPoint.tableAddress, file.size()));
     if (entryPoint.tableLength == 0)
         return joined(std::move(entryPoint), {});
-    const View rest = file.subspan(static_cast<std::size_t>(entryPoint.tableAddress));
+    const auto start = static_cast<std::size_t>(entryPoint.tableAddress);
     // The length of a 64-bit entry point is an upper bound; only the others promise it.
-    if (entryPoint.structures != 0 && rest.size() < entryPoint.tableLength)
-        remarks(cutShort(name, rest.size(), entryPoint.tableLength));
-    return joined(std::move(entryPoint), copied(rest));
+    if (entryPoint.structures != 0 && file.size() - start < entryPoint.tableLength)
+        remarks(cutShort(name, file.size() - start, entryPoint.tableLength));
+    return joined(std::move(entryPoint), std::move(file), start);
 }
 
 /// The entry point in the file of its usual name beside a bare table; none when that file is absent or not believed.
@@ -103,28 +140,26 @@ std::string refusalToReplace(const std::filesystem::path& path)
 
 } // namespace
 
-RawTable joined(EntryPoint entryPoint, Bytes table)
+RawTable joined(EntryPoint entryPoint, Bytes bytes, std::size_t start)
 {
-    RawTable raw;
-    raw.bytes = std::move(table);
-    raw.bytes.resize(std::min<std::size_t>(raw.bytes.size(), entryPoint.tableLength));
-    raw.version = entryPoint.version;
-    raw.entryPoint = std::move(entryPoint);
-    return raw;
+    bytes.resize(endOfTable(bytes, start, entryPoint.tableLength));
+    const auto version = entryPoint.version;
+    return {std::move(bytes), start, version, std::move(entryPoint)};
 }
 
-RawTable readWindowsBlock(View block, const std::string& name, const Remarks& remarks)
+RawTable readWindowsBlock(Bytes block, const std::string& name, const Remarks& remarks)
 {
     if (!looksLikeBlock(block))
         throw TableError::malformed(message("%1: is not a RawSMBIOSData block", name));
-    const auto announced = littleEndian(block, 4, 4);
-    const View table = block.subspan(kBlockHeader);
-    if (table.size() < announced)
-        remarks(cutShort(name, table.size(), announced));
+    const auto announced = announcedBy(block);
+    const auto held = block.size() - kBlockHeader;
+    if (held < announced)
+        remarks(cutShort(name, held, announced));
     const auto form = block[1] >= 3 ? Version::Form::ThreePart : Version::Form::TwoPart;
     const unsigned char revision = form == Version::Form::ThreePart ? block[3] : 0;
     const Version version{block[1], block[2], revision, form};
-    return {copied(cut(table, announced)), version.corrected(), std::nullopt};
+    block.resize(endOfTable(block, kBlockHeader, announced));
+    return {std::move(block), kBlockHeader, version.corrected(), std::nullopt};
 }
 
 RawTable readTableFile(const std::filesystem::path& given, const Remarks& remarks)
@@ -134,26 +169,27 @@ RawTable readTableFile(const std::filesystem::path& given, const Remarks& remark
     const auto path = isFolder ? given / kTableFile : given;
     const auto name = platform::utf8FromPath(path);
     try {
-        Bytes file = platform::readFile(path, kLargestFile);
+        Bytes file = platform::readFile(path, kLargestFile, Image::kZeroTail);
         auto reading = readEntryPoint(file);
         if (!reading.fault.empty())
             throw TableError::malformed(name + ": " + reading.fault);
         if (reading.entryPoint)
-            return readDump(file, std::move(*reading.entryPoint), name, remarks);
+            return readDump(std::move(file), std::move(*reading.entryPoint), name, remarks);
 
         // What a folder's entry point describes is a table, whatever it looks like.
         auto beside = isFolder ? entryPointBeside(path, remarks) : std::nullopt;
         if (!beside) {
-            if (looksLikeBlock(file))
-                return readWindowsBlock(file, name, remarks);
-            if (!looksLikeTable(file))
+            const bool isBlock = looksLikeBlock(file);
+            if (!looksLikeTable(isBlock ? tableIn(file) : View(file)))
                 throw TableError::malformed(message("%1: is not an SMBIOS table in any known layout", name));
+            if (isBlock)
+                return readWindowsBlock(std::move(file), name, remarks);
             if (!isFolder)
                 beside = entryPointBeside(path, remarks);
         }
         if (beside)
             return joined(std::move(*beside), std::move(file));
-        return {std::move(file), Version(), std::nullopt};
+        return {std::move(file), 0, Version(), std::nullopt};
     } catch (const std::system_error& error) {
         throw TableError::unreadable(error, name);
     }

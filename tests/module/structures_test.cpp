@@ -53,6 +53,7 @@ TEST(MemoryDevices, HaveASpeedFromVersion23On)
 {
     TableBuilder table;
     table.add(17, 0x0001, 0x22);
+    table.end();
     const auto speed = [](const tests::Bytes& image) { return discover(image).value(kUid, "t17_speed"); };
     EXPECT_EQ(speed(table.dump32(2, 2)), "(absent)");
     EXPECT_EQ(speed(table.dump32(2, 3)), "0 Hz");

@@ -68,7 +68,7 @@ Bytes boastfulBoards(unsigned count)
     TableBuilder table;
     for (unsigned handle = 0; handle < count; ++handle)
         table.add(2, static_cast<std::uint16_t>(handle), 0x0F).put(byte(0x0E), 0xFF);
-    return table.structures();
+    return table.end().structures();
 }
 
 constexpr unsigned kManyBoards = 8000; ///< whose text is more than the program keeps in memory
@@ -121,7 +121,7 @@ TEST(Json, WhateverTheFileIsTheDocumentIsValid)
         {"empty", {}},
         {"zeros", Bytes(1 << 20)},
         {"ones", Bytes(1 << 20, 0xFF)},
-        {"a text of 1 MB", longText.structures()},
+        {"a text of 1 MB", longText.end().structures()},
     };
     const TemporaryFolder folder;
     std::filesystem::create_symlink("loop", folder / "loop");
@@ -173,7 +173,7 @@ TEST(Details, AllFaultsAreToldThoughTheLogIsShort)
     for (unsigned i = 0; i < kBoards; ++i)
         table.add(41, 7, 0x05).put(byte(0x04), 9);
     const TemporaryFolder folder;
-    const auto path = folder.file("t.dmi", table.structures()).string();
+    const auto path = folder.file("t.dmi", table.dump64(3, 2, 0)).string();
     const auto document = parsed(program("-d -f json --log-level 5 -s LoadTable=" + path).output);
     EXPECT_EQ(document["faults"].Size(), kBoards + 1); // and the end marker is missing
 }
