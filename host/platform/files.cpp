@@ -1,12 +1,53 @@
 // Reading files, alike on every system.
 #include "files.h"
 
+#include "naming_common.h"
 #include "regular_file.h"
 
 #include <algorithm>
+#include <random>
 
 namespace embedded_host::platform
 {
+
+namespace
+{
+
+/// Marks a sentence that is translated elsewhere, so that the template of translations has it.
+constexpr const char* translatable(const char* english) { return english; }
+
+class FileFaults : public std::error_category
+{
+    const char* name() const noexcept override { return "file"; }
+
+    std::string message(int fault) const override
+    {
+        switch (static_cast<FileFault>(fault)) {
+        case FileFault::DanglingLink:
+            return translatable("it is a symbolic link to a file that does not exist");
+        case FileFault::GroupNotKept:
+            return translatable("it exists, and the group that it belongs to cannot be kept");
+        case FileFault::AttributesNotKept:
+            return translatable("it exists, and its access list or extended attributes cannot be kept");
+        }
+        return {};
+    }
+};
+
+} // namespace
+
+std::error_code make_error_code(FileFault fault)
+{
+    static const FileFaults category;
+    return {static_cast<int>(fault), category};
+}
+
+std::filesystem::path temporaryBeside(const std::filesystem::path& target)
+{
+    std::random_device random;
+    // Short, since the target's own name may be as long as names can be.
+    return target.parent_path() / (".zorp-" + std::to_string(random()) + "-" + std::to_string(random()) + ".tmp");
+}
 
 Bytes readFile(const std::filesystem::path& path, std::size_t limit, std::size_t room)
 {

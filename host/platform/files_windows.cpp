@@ -1,8 +1,9 @@
 // Links and files that appear whole, on Windows.
 #include "files.h"
 
+#include "naming_common.h"
+
 #include <memory>
-#include <random>
 #include <utility>
 
 #include <windows.h>
@@ -15,37 +16,20 @@ namespace embedded_host::platform
 namespace
 {
 
-[[noreturn]] void fail(const std::filesystem::path& path)
+[[noreturn]] void fail(DWORD error = GetLastError())
 {
-    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), utf8FromPath(path));
+    throw std::system_error(static_cast<int>(error), std::system_category());
 }
 
-HANDLE handleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+HANDLE handleOf(const OpenFile& file) { return reinterpret_cast<HANDLE>(file.handle()); }
+
+OpenFile owned(HANDLE handle) { return OpenFile(reinterpret_cast<std::intptr_t>(handle)); }
 
 /// How much is read or written at once.
 DWORD piece(std::size_t size)
 {
     constexpr std::size_t kMost = 0x1000000;
     return static_cast<DWORD>(size < kMost ? size : kMost);
-}
-
-void writeAll(std::intptr_t handle, std::string_view bytes, const std::filesystem::path& path)
-{
-    while (!bytes.empty()) {
-        DWORD written = 0;
-        if (WriteFile(handleOf(handle), bytes.data(), piece(bytes.size()), &written, nullptr) == 0)
-            fail(path);
-        bytes.remove_prefix(written);
-    }
-}
-
-/// A name beside the target that nobody can foresee.
-std::filesystem::path temporaryBeside(const std::filesystem::path& target)
-{
-    std::random_device random;
-    auto name = target;
-    name += L"." + std::to_wstring(random()) + L".tmp";
-    return name;
 }
 
 /// Full access for the file's owner and for nobody else.
@@ -64,6 +48,30 @@ struct OwnerOnly
     SECURITY_ATTRIBUTES attributes{};
 };
 
+/// Whether the file vanishes when it is closed, also by the end of the process.
+void vanishOnClose(const OpenFile& file, bool vanishes)
+{
+    FILE_DISPOSITION_INFO wanted{};
+    wanted.DeleteFile = vanishes ? TRUE : FALSE;
+    if (SetFileInformationByHandle(handleOf(file), FileDispositionInfo, &wanted, sizeof(wanted)) == 0)
+        fail();
+}
+
+/// Where a link leads. Throws when that is nowhere.
+std::filesystem::path linked(const std::filesystem::path& link)
+{
+    const auto end = owned(CreateFileW(link.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!end.isOpen())
+        throw std::system_error(FileFault::DanglingLink);
+    std::wstring name(0x8000, L'\0'); // no path is longer
+    const DWORD length = GetFinalPathNameByHandleW(handleOf(end), name.data(), static_cast<DWORD>(name.size()), 0);
+    if (length == 0 || length >= name.size())
+        fail();
+    name.resize(length);
+    return name;
+}
+
 } // namespace
 
 bool isLink(const std::filesystem::path& path)
@@ -72,68 +80,148 @@ bool isLink(const std::filesystem::path& path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
-AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : AtomicFile(std::move(target))
+OpenFile::~OpenFile()
 {
-    OwnerOnly ownerOnly;
-    if (readers == Readers::Owner && !ownerOnly.descriptor)
-        fail(target_);
-    const auto name = temporaryBeside(target_);
-    const HANDLE file =
-        CreateFileW(name.c_str(), GENERIC_WRITE, 0, readers == Readers::Owner ? &ownerOnly.attributes : nullptr,
-                    CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        fail(target_);
-    handle_ = reinterpret_cast<std::intptr_t>(file);
-    temporary_ = name;
+    if (isOpen())
+        CloseHandle(handleOf(*this));
 }
 
-AtomicFile::~AtomicFile()
+void OpenFile::write(std::string_view bytes)
 {
-    if (handle_ != -1)
-        CloseHandle(handleOf(handle_));
-    if (!temporary_.empty())
-        DeleteFileW(temporary_.c_str());
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        if (WriteFile(handleOf(*this), bytes.data(), piece(bytes.size()), &written, nullptr) == 0)
+            fail();
+        bytes.remove_prefix(written);
+    }
 }
 
-void AtomicFile::write(std::string_view bytes) { writeAll(handle_, bytes, target_); }
-
-void AtomicFile::commit()
-{
-    if (FlushFileBuffers(handleOf(handle_)) == 0)
-        fail(target_);
-    const auto handle = std::exchange(handle_, -1);
-    if (CloseHandle(handleOf(handle)) == 0 ||
-        MoveFileExW(temporary_.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0)
-        fail(target_);
-    temporary_.clear();
-}
-
-TemporaryFile::TemporaryFile()
-{
-    const auto name = temporaryBeside(std::filesystem::temp_directory_path() / L"zorp");
-    const HANDLE file = CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
-        fail(name);
-    handle_ = reinterpret_cast<std::intptr_t>(file);
-}
-
-TemporaryFile::~TemporaryFile() { CloseHandle(handleOf(handle_)); }
-
-void TemporaryFile::append(std::string_view bytes) { writeAll(handle_, bytes, {}); }
-
-void TemporaryFile::read(std::uint64_t offset, std::span<char> to) const
+void OpenFile::read(std::uint64_t offset, std::span<char> to) const
 {
     while (!to.empty()) {
         OVERLAPPED place{};
         place.Offset = static_cast<DWORD>(offset);
         place.OffsetHigh = static_cast<DWORD>(offset >> 32);
         DWORD held = 0;
-        if (ReadFile(handleOf(handle_), to.data(), piece(to.size()), &held, &place) == 0)
-            fail({});
+        if (ReadFile(handleOf(*this), to.data(), piece(to.size()), &held, &place) == 0)
+            fail();
         to = to.subspan(held);
         offset += held;
     }
+}
+
+void OpenFile::close()
+{
+    if (CloseHandle(reinterpret_cast<HANDLE>(std::exchange(handle_, kNone))) == 0)
+        fail();
+}
+
+void removeUnfinishedFiles() {} // the system does
+
+AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : AtomicFile(std::move(target), readers, Unmade{})
+{
+    OwnerOnly ownerOnly;
+    if (readers == Readers::Owner && !ownerOnly.descriptor)
+        fail();
+    auto name = temporaryBeside(target_);
+    file_ = owned(CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, 0,
+                              readers == Readers::Owner ? &ownerOnly.attributes : nullptr, CREATE_NEW,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file_.isOpen())
+        fail();
+    holdName(std::move(name));
+    vanishOnClose(file_, true);
+}
+
+AtomicFile::~AtomicFile()
+{
+    file_ = OpenFile();
+    releaseName();
+}
+
+void AtomicFile::holdName(std::filesystem::path name) { temporary_ = std::move(name); }
+
+void AtomicFile::releaseName()
+{
+    if (!temporary_.empty())
+        DeleteFileW(temporary_.c_str());
+    temporary_.clear();
+}
+
+void AtomicFile::commit(const Look& mayReplace)
+{
+    if (FlushFileBuffers(handleOf(file_)) == 0)
+        fail();
+    // A file that is to vanish cannot be renamed. From here to the renaming it is left behind if the process is killed.
+    vanishOnClose(file_, false);
+    file_.close();
+    place(mayReplace);
+}
+
+void AtomicFile::place(const Look& mayReplace)
+{
+    if (MoveFileExW(temporary_.c_str(), target_.c_str(), MOVEFILE_WRITE_THROUGH) != 0) {
+        temporary_.clear();
+        return;
+    }
+    if (const DWORD error = GetLastError(); error != ERROR_ALREADY_EXISTS && error != ERROR_FILE_EXISTS)
+        fail(error);
+    if (mayReplace) {
+        replaceIf(mayReplace);
+        return;
+    }
+    // This gives the new file the old one's access list, attributes and streams, or fails.
+    if (ReplaceFileW(target_.c_str(), temporary_.c_str(), nullptr, 0, nullptr, nullptr) == 0)
+        fail();
+    temporary_.clear();
+}
+
+/// Replaces what stands at the target when it may be replaced. It is looked at after it was put aside, when nobody can
+/// slip in anything else any more.
+void AtomicFile::replaceIf(const Look& mayReplace)
+{
+    const auto aside = temporaryBeside(target_);
+    if (ReplaceFileW(target_.c_str(), temporary_.c_str(), aside.c_str(), 0, nullptr, nullptr) == 0)
+        fail();
+    temporary_ = aside;
+    try {
+        mayReplace(aside);
+    } catch (...) {
+        // Back with it. Where that fails it is left where it is.
+        MoveFileExW(aside.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        temporary_.clear();
+        throw;
+    }
+    const OwnerOnly ownerOnly; // and not who could read the old one
+    if (readers_ == Readers::Owner &&
+        (!ownerOnly.descriptor ||
+         SetFileSecurityW(target_.c_str(), DACL_SECURITY_INFORMATION, ownerOnly.descriptor.get()) == 0))
+        fail();
+}
+
+OutputFile::OutputFile(const std::filesystem::path& target)
+{
+    const auto path = isLink(target) ? linked(target) : target;
+    if (const DWORD attributes = GetFileAttributesW(path.c_str());
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        throw std::system_error(std::make_error_code(std::errc::is_a_directory));
+    inPlace_ = owned(CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (inPlace_.isOpen() && GetFileType(handleOf(inPlace_)) != FILE_TYPE_DISK)
+        return;
+    if (!inPlace_.isOpen() && GetLastError() != ERROR_FILE_NOT_FOUND)
+        fail();
+    inPlace_ = OpenFile();
+    whole_.emplace(path, Readers::AsBefore);
+}
+
+TemporaryFile::TemporaryFile()
+{
+    const auto name = temporaryBeside(std::filesystem::temp_directory_path() / L"any");
+    file_ = owned(CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                              FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    if (!file_.isOpen())
+        fail();
 }
 
 } // namespace embedded_host::platform

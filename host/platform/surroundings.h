@@ -13,8 +13,9 @@ namespace embedded_host::platform
 /// The arguments as UTF-8, whatever the code page in which `main` got them.
 std::vector<std::string> utf8Arguments(int argc, const char* const* argv);
 
-/// Makes standard output take UTF-8 and leave every byte as it is; a reader who goes away is an error of writing and no
-/// end of the process.
+/// Makes standard output take UTF-8 and leave every byte as it is, and standard streams that are closed stay so. A
+/// reader who goes away and a file that gets too large are errors of writing and no end of the process. To be called
+/// before any file is opened.
 void prepareStreams();
 
 /// A terminal that shows what is printed.

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -26,8 +27,15 @@ std::vector<std::string> utf8Arguments(int argc, const char* const* argv) { retu
 
 void prepareStreams()
 {
-    // Writing then fails with EPIPE.
+    // Whatever is opened first would take the place of a standard stream that is closed, and its text too. Opened the
+    // wrong way round, it fails as a closed one does.
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+
+    // Writing then fails with EPIPE and EFBIG.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::optional<Terminal> terminal()

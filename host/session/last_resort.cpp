@@ -2,6 +2,7 @@
 // throw, or while the exception that tells of it is made. Linked into the program only, since other programs end as
 // they like.
 #include "lack_of_memory.h"
+#include "platform/files.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -48,6 +49,7 @@ void end()
 {
     if (!isForLackOfMemory())
         lastResort.before();
+    platform::removeUnfinishedFiles(); // no destructor will
     logLackOfMemory();
     const auto sentence = lackOfMemory();
     std::printf("OrbException: %.*s\n", static_cast<int>(sentence.size()), sentence.data());

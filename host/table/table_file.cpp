@@ -122,7 +122,8 @@ std::string refusalToReplace(const std::filesystem::path& path)
 {
     std::error_code error;
     if (platform::isLink(path))
-        return message("it is a symbolic link");
+        return std::filesystem::exists(path, error) ? message("it is a symbolic link")
+                                                    : reason(std::system_error(platform::FileFault::DanglingLink));
     const auto status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found)
         return {};
@@ -198,12 +199,15 @@ RawTable readTableFile(const std::filesystem::path& given, const Remarks& remark
 void writeDump(const Image& image, const std::filesystem::path& path)
 {
     const auto name = platform::utf8FromPath(path);
-    if (const auto refusal = refusalToReplace(path); !refusal.empty())
-        throw std::runtime_error(message("%1: not overwritten, %2", name, refusal));
+    const auto mayReplace = [&](const std::filesystem::path& there) {
+        if (const auto refusal = refusalToReplace(there); !refusal.empty())
+            throw std::runtime_error(message("%1: not overwritten, %2", name, refusal));
+    };
+    mayReplace(path);
     try {
         platform::AtomicFile file(path, platform::Readers::Owner);
         file.write(image.dump());
-        file.commit();
+        file.commit(mayReplace);
     } catch (const std::system_error& error) {
         throw std::runtime_error(message("%1: not written, %2", name, reason(error)));
     }

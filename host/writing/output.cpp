@@ -3,7 +3,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <fstream>
 
 namespace embedded_host::writing
 {
@@ -30,52 +29,16 @@ class StandardOutput : public Output
     }
 };
 
-class WholeFile : public Output
+class NamedFile : public Output
 {
 public:
-    explicit WholeFile(const std::filesystem::path& path) : file_(path, platform::Readers::Usual) {}
+    explicit NamedFile(const std::filesystem::path& path) : file_(path) {}
 
 private:
     void writeThrough(std::string_view text) override { file_.write(text); }
     void complete() override { file_.commit(); }
 
-    platform::AtomicFile file_;
-};
-
-/// A device or a pipe: it cannot be replaced, only written to.
-class SpecialFile : public Output
-{
-public:
-    explicit SpecialFile(const std::filesystem::path& path)
-    {
-        errno = 0;
-        stream_.open(path, std::ios::binary);
-        check();
-    }
-
-private:
-    void writeThrough(std::string_view text) override
-    {
-        errno = 0;
-        stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
-        stream_.flush();
-        check();
-    }
-
-    void complete() override
-    {
-        errno = 0;
-        stream_.close();
-        check();
-    }
-
-    void check() const
-    {
-        if (!stream_)
-            fail();
-    }
-
-    std::ofstream stream_;
+    platform::OutputFile file_;
 };
 
 } // namespace
@@ -108,18 +71,6 @@ void Output::writePending()
 
 std::unique_ptr<Output> standardOutput() { return std::make_unique<StandardOutput>(); }
 
-std::unique_ptr<Output> fileOutput(const std::filesystem::path& path)
-{
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (is_directory(status))
-        throw std::system_error(std::make_error_code(std::errc::is_a_directory));
-    if (!exists(status))
-        return std::make_unique<WholeFile>(path);
-    if (!is_regular_file(status))
-        return std::make_unique<SpecialFile>(path);
-    // Renaming onto a symbolic link would replace the link: write the file it points to.
-    return std::make_unique<WholeFile>(std::filesystem::canonical(path));
-}
+std::unique_ptr<Output> fileOutput(const std::filesystem::path& path) { return std::make_unique<NamedFile>(path); }
 
 } // namespace embedded_host::writing

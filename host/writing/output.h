@@ -47,7 +47,7 @@ private:
 
 std::unique_ptr<Output> standardOutput();
 
-/// A file; a device or pipe that is already there is written to as it stands.
+/// A file, as platform::OutputFile writes it.
 std::unique_ptr<Output> fileOutput(const std::filesystem::path& path);
 
 } // namespace embedded_host::writing

@@ -3,12 +3,16 @@
 #include "support/output_rules.h"
 #include "support/recorded_session.h"
 
+#include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 #include <regex>
 #include <sstream>
 #include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
 
 namespace
 {
@@ -271,6 +275,8 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
     const TemporaryFolder folder;
     const auto badSettings = folder.file("bad.ini", "[zorpsysinfosmbios2]\nverbose\n").string();
     const auto savingSettings = folder.file("save.ini", "[zorpsysinfosmbios2]\nSaveTable.value = x\n").string();
+    const auto dangling = (folder / "dangling").string();
+    std::filesystem::create_symlink("nothing", dangling);
     const std::pair<std::string, const char*> cases[] = {
         {"--nonsense", "no option --nonsense ("},
         {"--formt json", "no option --formt; did you mean --format?"},
@@ -294,6 +300,7 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
         {"--settings " + badSettings, "line 2"},
         {"-o /nonexistent/x", "cannot write /nonexistent/x: No such file"},
         {"-o /", "cannot write /: Is a directory"},
+        {"-o " + dangling, "dangling: it is a symbolic link to a file that does not exist"},
         {sample("-f json -o /dev/full"), "cannot write /dev/full: No space left"},
     };
     for (const auto& [arguments, named] : cases) {
@@ -356,6 +363,122 @@ TEST(Output, AFileAppearsWholeOrNotAtAll)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
     EXPECT_EQ(program(sample("-o /dev/null")).output, "");
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST(Output, WhoMayReadAFileIsKept)
+{
+    const TemporaryFolder folder;
+    const auto target = folder.file("old", "old").string();
+    // Owner, user 1234, group, mask, others, as the kernel keeps an access list (POSIX.1e): nobody but the two reads
+    // it.
+    constexpr char kAccessList[] = "\2\0\0\0\1\0\6\0\377\377\377\377\2\0\4\0\322\4\0\0\4\0\0\0\377\377\377\377"
+                                   "\x10\0\4\0\377\377\377\377\x20\0\0\0\377\377\377";
+    const auto attribute = [&](const char* name) {
+        std::string value(100, '\0');
+        const auto size = getxattr(target.c_str(), name, value.data(), value.size());
+        return value.substr(0, static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+    };
+    const auto mode = [&] { return static_cast<unsigned>(std::filesystem::status(target).permissions()); };
+    for (const unsigned wanted : {0600u, 0640u, 0444u, 0666u}) {
+        std::filesystem::permissions(target, std::filesystem::perms(wanted));
+        EXPECT_EQ(program("--version -o " + target).output, "");
+        EXPECT_EQ(mode(), wanted);
+    }
+    if (setxattr(target.c_str(), "user.note", "mine", 4, 0) != 0 ||
+        setxattr(target.c_str(), "system.posix_acl_access", kAccessList, sizeof(kAccessList), 0) != 0)
+        GTEST_SKIP() << "the temporary folder's file system keeps no access lists or attributes";
+    const auto before = std::tuple(attribute("user.note"), attribute("system.posix_acl_access"), mode());
+    EXPECT_EQ(program(sample("-f json -o " + target)).output, "");
+    EXPECT_EQ(contentOf(target), program(sample("-f json")).output);
+    EXPECT_EQ(std::tuple(attribute("user.note"), attribute("system.posix_acl_access"), mode()), before);
+}
+
+TEST(Output, WhatIsOpenOrNoFileIsWrittenToAndNeverReplaced)
+{
+    const TemporaryFolder folder;
+    const auto log = folder.file("log", "before\n").string();
+    std::filesystem::create_symlink("/dev/fd/3", folder / "link");
+    const auto version = program("--version").output;
+    std::string expected = "before\n";
+    for (const auto& [name, redirection] : {std::pair<std::string, std::string>("/dev/stdout", ">>"),
+                                            {"/proc/self/fd/1", ">>"},
+                                            {"/dev/fd/3", "3>>"},
+                                            {folder / "link", "3>>"}}) {
+        EXPECT_EQ(program("--version -o " + name + " " + redirection + log).output, "");
+        EXPECT_EQ(contentOf(log), expected += version) << name;
+    }
+    EXPECT_EQ(program("--version -o /dev/stdout").output, version);
+    EXPECT_EQ(program("--version -o /dev/stdout | cat").output, version);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+}
+
+TEST(Output, AClosedStreamIsNotTheNextFile)
+{
+    const TemporaryFolder folder;
+    const auto target = (folder / "inventory.json").string();
+    const auto expected = program(sample("-f json")).output;
+    for (const char* closed : {"2>&-", ">&- 2>&-", "<&- >&- 2>&-"}) {
+        program(sample("-f json -s verboze=1 -o " + target + " " + closed));
+        EXPECT_TRUE(contentOf(target) == expected) << closed;
+    }
+}
+
+TEST(Output, EveryNameThatTheSystemTakesIsTaken)
+{
+    const TemporaryFolder folder;
+    for (const int length : {247, 248, 255}) {
+        const auto target = (folder / std::string(static_cast<std::size_t>(length), 'n')).string();
+        for (int time = 0; time < 2; ++time) {
+            EXPECT_EQ(program("-f json -o " + target).output, "");
+            std::filesystem::remove(target);
+            EXPECT_EQ(program(sample("-s SaveTable=" + target)).log, program(sample("")).log);
+        }
+        std::filesystem::remove(target);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+/// Runs the program with a standard error that takes no line any more, until its output is open; then ends it.
+void endWhileWriting(const std::filesystem::path& target, int signal)
+{
+    std::array<int, 2> full{};
+    ASSERT_EQ(pipe2(full.data(), O_NONBLOCK), 0);
+    while (write(full[1], "full", 4) > 0)
+        ;
+    fcntl(full[1], F_SETFL, 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(full[1], STDERR_FILENO);
+        execl(PROGRAM, PROGRAM, "-o", target.c_str(), "-s", "LoadTable=/nonexistent", nullptr);
+        _exit(1);
+    }
+    const auto isOpen = [&] {
+        std::error_code gone;
+        for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(child) + "/fd"))
+            if (std::filesystem::read_symlink(entry, gone).string().starts_with(target.parent_path().string()))
+                return true;
+        return false;
+    };
+    for (int i = 0; i < 10000 && !isOpen(); ++i)
+        usleep(1000);
+    kill(child, signal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << "it was not writing";
+    close(full[0]);
+    close(full[1]);
+}
+
+TEST(Output, ASignalLeavesNothingBehind)
+{
+    const TemporaryFolder folder;
+    const auto target = folder.file("inventory", "old");
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT, SIGKILL})
+        endWhileWriting(target, signal);
+    EXPECT_EQ(shell("ulimit -f 1; " PROGRAM " " + sample("-f json -o " + target.string())).output,
+              "OrbException: cannot write " + target.string() + ": File too large\n");
+    EXPECT_EQ(contentOf(target), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }
 
 TEST(Output, ABrokenStandardOutputIsToldOnStandardError)
