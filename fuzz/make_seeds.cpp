@@ -15,7 +15,7 @@ using tests::TableBuilder;
 void write(const std::filesystem::path& folder, const std::string& name, const Bytes& content)
 {
     const std::pair<const char*, std::string_view> kTargets[] = {{"table", {"\0\1\2\3", 4}},
-                                                                 {"discovery", {"\0\4\x8", 3}}};
+                                                                 {"discovery", {"\0\4\x8\x40\x44\x80", 6}}};
     for (const auto& [target, choices] : kTargets)
         for (const char choice : choices) {
             Bytes seed{static_cast<unsigned char>(choice)};

@@ -1,9 +1,11 @@
-// The command line, one argument a line, and the settings file, each tried with all of the input: mistakes are told,
-// and nothing else comes of them.
+// The command line, one argument a line, the settings file and the list of tables, each tried with all of the input:
+// mistakes are told, and nothing else comes of them.
+#include "discovery.h"
 #include "fuzzing.h"
 #include "lum.h"
 #include "orb5.h"
 #include "services/utf8.h"
+#include "session/many_tables.h"
 #include "session/settings.h"
 #include "support/memory_file.h"
 #include "support/output_rules.h"
@@ -30,6 +32,22 @@ void tryCommandLine(const std::string& text)
     } catch (const orb5::OrbException& mistake) {
         fuzz::expect(mistake.toString().lumString().size() != 0, "an empty message");
     }
+}
+
+/// Each line of the list becomes a line of output.
+void tryList(const std::string& text)
+{
+    static const tests::MemoryFile noSettings;
+    orb5::SysInfoModule::setDiscoverDevicesCallback(zorpsysinfosmbios2::DiscoverSMBIOS);
+    std::istringstream list(text);
+    tests::TextOutput output;
+    session::printTables(list, {{}, noSettings.path()}, output);
+    std::istringstream lines(output.text());
+    std::ptrdiff_t count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        fuzz::expectNone(tests::faultInJson(line));
+    const bool endsOpen = !text.empty() && text.back() != '\n';
+    fuzz::expect(count == std::ranges::count(text, '\n') + (endsOpen ? 1 : 0), "another number of lines");
 }
 
 void trySettingsFile(fuzz::Input content)
@@ -59,6 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     tryCommandLine(std::string(input.begin(), input.end()));
     lum::LogFactory::setPriority(1);
     trySettingsFile(input);
+    tryList(std::string(input.begin(), input.end()));
     for (const auto& line : log) {
         std::string shown;
         services::appendPrintable(shown, line.text);

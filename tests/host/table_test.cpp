@@ -1,5 +1,9 @@
 // The table library: file layouts, entry points, the walk over structures, saving.
+#include "discovery.h"
+#include "inventory/json_inventory.h"
 #include "smbios2.h"
+#include "support/memory_file.h"
+#include "support/output_rules.h"
 #include "support/recorded_session.h"
 #include "table/entry_point.h"
 #include "table/library.h"
@@ -14,6 +18,7 @@
 namespace
 {
 
+using embedded_host::inventory::JsonInventory;
 using libsmbios2::Smbios2;
 using libsmbios2::Smbios2_SysInfo;
 using tests::byte;
@@ -511,6 +516,38 @@ TEST(LiveTable, DiscoveriesOfOneProcessLeaveNothingBehind)
     std::filesystem::remove(path);
     EXPECT_EQ(discovered({{"LoadTable", path}}), "");
     EXPECT_EQ(discovered({}), live);
+}
+
+TEST(LiveTable, IsToldInADocumentThoughItIsReadBehindTheRoot)
+{
+    const Firmware firmware;
+    const auto document = [] {
+        const tests::MemoryFile noSettings;
+        return tests::printedOf<JsonInventory>(
+            [&](auto& inventory) {
+                embedded_host::discover({{}, noSettings.path()}, inventory);
+            },
+            JsonInventory::Layout::Document, embedded_host::inventory::JsonDetails{true, std::nullopt});
+    };
+    orb5::SysInfoModule::setDiscoverDevicesCallback(zorpsysinfosmbios2::DiscoverSMBIOS);
+    const auto tells = [](const std::string& text, const char* part) { return text.find(part) != std::string::npos; };
+
+    firmware.offer(smallTable().dump64(3, 3, 0));
+    auto told = document();
+    EXPECT_TRUE(tells(told, R"("table":{"source":"firmware","version":"3.3.0","bytes":65,"structures":4},"devices":[
+{"uid":"SMBIOS",)"))
+        << told;
+    std::filesystem::remove(firmware.folder() / "DMI");
+    told = document();
+    EXPECT_TRUE(tells(told, R"("table":null,"devices":[
+{"uid":"SMBIOS",)"))
+        << told;
+    EXPECT_TRUE(told.ends_with("\n],\"others\":[],\"faults\":[]}\n")) << told;
+    std::filesystem::remove(firmware.folder() / "smbios_entry_point");
+    told = document();
+    EXPECT_TRUE(told.ends_with(R"("table":null,"devices":[],"others":[],"faults":[]})"
+                               "\n"))
+        << told;
 }
 
 TEST(Saving, ASavedTableLoadsToTheSameDevices)

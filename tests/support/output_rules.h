@@ -51,7 +51,7 @@ std::string printed(const std::vector<embedded_host::DeviceRecord>& devices, How
 /// What is wrong with a text for people; empty when it is UTF-8 and no character but the newline drives a terminal.
 std::string faultInText(std::string_view text);
 
-/// What is wrong with a JSON document; empty when it parses and no terminal minds it either.
+/// What is wrong with a JSON document; empty when it parses, its numbers read back and no terminal minds it either.
 std::string faultInJson(std::string_view document);
 
 /// What is wrong with what one table had logged; empty for a few lines, each of them once.
