@@ -31,34 +31,34 @@ const std::filesystem::path& kernelFolder(View dump)
     return folder.path();
 }
 
-RawTable scanned(View memory)
+RawTable scanned(View memory, Faults& faults)
 {
-    auto found = scanForEntryPoint(memory);
+    auto found = scanForEntryPoint(memory, "memory", 0, faults);
     if (!found)
         throw TableError::malformed("no entry point");
     const View table = memory.subspan(std::min<std::size_t>(found->tableAddress, memory.size()));
-    return joined(std::move(*found), Bytes(table.begin(), table.end()));
+    return joined(std::move(*found), Bytes(table.begin(), table.end()), "memory", faults);
 }
 
-RawTable read(unsigned source, View bytes, const Remarks& remarks)
+RawTable read(unsigned source, View bytes, Faults& faults)
 {
     static tests::MemoryFile file;
     auto& places = embedded_host::firmwarePlaces();
     switch (source % 5) {
     case 0:
         file.hold(bytes);
-        return readTableFile(file.path(), remarks);
+        return readTableFile(file.path(), faults);
     case 1:
-        return readTableFile(kernelFolder(bytes), remarks);
+        return readTableFile(kernelFolder(bytes), faults);
     case 2:
         places.tables = kernelFolder(bytes);
-        return findFirmwareTable()->read();
+        return findFirmwareTable(faults)->read(faults);
     case 3:
-        return scanned(bytes);
+        return scanned(bytes, faults);
     default: // the EFI system table; the memory that it leads to has no table
         file.hold(bytes);
         places = {"/nonexistent", file.path(), "/dev/zero"};
-        return findFirmwareTable()->read();
+        return findFirmwareTable(faults)->read(faults);
     }
 }
 
@@ -80,18 +80,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
 {
     fuzz::Input input(data, size);
     const unsigned source = fuzz::takeChoice(input);
-    std::vector<tests::LogLine> log;
-    const Remarks remarks = [&](const std::string& remark) { log.push_back({3, "Smbios2", remark}); };
     Faults faults;
     std::optional<Image> image;
     try {
-        auto raw = read(source, input, remarks);
-        faults.restart([&](const std::string& line) { log.push_back({3, "Smbios2", line}); });
-        image.emplace(std::move(raw), faults);
+        image.emplace(read(source, input, faults), faults);
     } catch (const TableError&) {
         return 0;
     }
-    fuzz::expectNone(tests::faultInLog(log));
-    expectSame(*image, Image(read(0, image->dump(), remarks), faults));
+    fuzz::expect(faults.all().size() <= size / 0x10 + 8, "too many faults");
+    for (const auto& fault : faults.all())
+        fuzz::expectNone(tests::faultInText(faults.sentence(fault)));
+    expectSame(*image, Image(read(0, image->dump(), faults), faults));
     return 0;
 }

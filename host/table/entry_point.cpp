@@ -87,6 +87,7 @@ EntryPointReading read64(View bytes)
         entryPoint.version.form = marked;
     entryPoint.tableLength = static_cast<std::uint32_t>(littleEndian(bytes, 0x0C, 4));
     entryPoint.tableAddress = littleEndian(bytes, 0x10, 8);
+    entryPoint.promisesLength = false;
     return {entryPoint, {}};
 }
 
@@ -185,7 +186,7 @@ EntryPointReading readEntryPoint(View bytes)
     return {};
 }
 
-std::optional<EntryPoint> scanForEntryPoint(View memory)
+std::optional<EntryPoint> scanForEntryPoint(View memory, const std::string& name, std::uint64_t address, Faults& faults)
 {
     constexpr std::size_t kBoundary = 0x10;
     for (const auto anchor : {kAnchor64, kAnchor32, kAnchorLegacy}) {
@@ -193,8 +194,11 @@ std::optional<EntryPoint> scanForEntryPoint(View memory)
             const View here = memory.subspan(offset);
             if (!startsWith(here, anchor))
                 continue;
-            if (auto reading = readEntryPoint(here); reading.entryPoint)
+            auto reading = readEntryPoint(here);
+            if (reading.entryPoint)
                 return reading.entryPoint;
+            faults.add(FaultKind::EntryPoint, message("%1: the entry point at %2 is not used, %3", name,
+                                                      hex(address + offset), reading.faultOfEntryPoint()));
         }
     }
     return std::nullopt;

@@ -1,6 +1,7 @@
 // The entry point of an SMBIOS table: where the table lies, how long it is and which version it has.
 #pragma once
 
+#include "faults.h"
 #include "platform/files.h"
 
 #include <cstdint>
@@ -48,6 +49,7 @@ struct EntryPoint
     std::uint64_t tableAddress = 0; ///< physical, or an offset into the file
     std::uint32_t tableLength = 0;  ///< bytes; for a 64-bit entry point the most there can be
     std::uint32_t structures = 0;   ///< 0 where none is told: the table then ends at its type 127
+    bool promisesLength = true;     ///< all but a 64-bit one do
 };
 
 /// An entry point, or why there is none.
@@ -64,8 +66,10 @@ struct EntryPointReading
 EntryPointReading readEntryPoint(View bytes);
 
 /// The entry point in a stretch of memory that begins at a 16-byte boundary: a 64-bit one before a 32-bit one before a
-/// legacy one, the first of its kind. One that does not hold is passed over.
-std::optional<EntryPoint> scanForEntryPoint(View memory);
+/// legacy one, the first of its kind. One that does not hold is passed over, a fault of the memory of this name, whose
+/// first byte has this address.
+std::optional<EntryPoint> scanForEntryPoint(View memory, const std::string& name, std::uint64_t address,
+                                            Faults& faults);
 
 /// Bytes that the entry point of a dump occupies; the table follows it.
 constexpr std::size_t kDumpTableOffset = 0x20;

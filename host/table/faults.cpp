@@ -4,6 +4,7 @@
 #include "services/messages.h"
 
 #include <array>
+#include <cinttypes>
 #include <cstdio>
 #include <utility>
 
@@ -14,13 +15,6 @@ namespace
 {
 
 using services::message;
-
-std::string hex(std::uint32_t number)
-{
-    std::array<char, 12> text{};
-    std::snprintf(text.data(), text.size(), "0x%X", static_cast<unsigned>(number));
-    return text.data();
-}
 
 /// The fault as the log tells it, where nothing but the line says which structure is meant.
 std::string line(const Fault& fault, const std::string& sentence)
@@ -40,6 +34,13 @@ std::string line(const Fault& fault, const std::string& sentence)
 bool isLogged(FaultKind kind) { return kind != FaultKind::StringMissing && kind != FaultKind::SizeUnrealistic; }
 
 } // namespace
+
+std::string hex(std::uint64_t number)
+{
+    std::array<char, 20> text{};
+    std::snprintf(text.data(), text.size(), "0x%" PRIX64, number);
+    return text.data();
+}
 
 std::string_view nameOf(FaultKind kind)
 {

@@ -38,6 +38,9 @@ enum class FaultKind : unsigned char {
 /// The kind as documents name it: "strings-past-end".
 std::string_view nameOf(FaultKind kind);
 
+/// An offset or address as sentences show it: "0x1A2".
+std::string hex(std::uint64_t number);
+
 /// One fault, as small as can be: a hostile table has one for every few of its bytes.
 struct Fault
 {

@@ -16,10 +16,10 @@ public:
     virtual Version version() const = 0;
 
     /// Reads the table. Throws TableError.
-    virtual RawTable read() = 0;
+    virtual RawTable read(Faults& faults) = 0;
 };
 
 /// Finds the table. Throws TableError that says what was tried and what to do about it.
-std::unique_ptr<FirmwareTable> findFirmwareTable();
+std::unique_ptr<FirmwareTable> findFirmwareTable(Faults& faults);
 
 } // namespace embedded_host::table

@@ -58,7 +58,11 @@ public:
 
     Version version() const override { return entryPoint_.version; }
 
-    RawTable read() override { return joined(entryPoint_, readKernelFile(folder_ / kTableFile)); }
+    RawTable read(Faults& faults) override
+    {
+        const auto path = folder_ / kTableFile;
+        return joined(entryPoint_, readKernelFile(path), platform::utf8FromPath(path), faults);
+    }
 
 private:
     std::filesystem::path folder_;
@@ -83,18 +87,18 @@ std::uint64_t addressIn(const std::string& systab, const std::string& key)
 class MemoryTable : public FirmwareTable
 {
 public:
-    MemoryTable(std::filesystem::path device, const std::filesystem::path& systab) : device_(std::move(device))
+    MemoryTable(std::filesystem::path device, const std::filesystem::path& systab, Faults& faults)
+        : device_(std::move(device))
     {
+        const auto name = platform::utf8FromPath(device_);
         try {
             const PhysicalMemory memory(device_);
-            std::string causes;
-            auto found = namedBy(systab, memory, causes);
+            auto found = namedBy(systab, memory, faults);
             if (!found)
-                found = scanForEntryPoint(memory.read(kBiosArea, kBiosAreaSize));
+                found = scanForEntryPoint(memory.read(kBiosArea, kBiosAreaSize), name, kBiosArea, faults);
             if (!found)
-                throw TableError(
-                    libsmbios2::POPULATE_TABLE_NONE, ENOENT,
-                    causes + message("%1: no entry point from 0xF0000 to 0xFFFFF", platform::utf8FromPath(device_)));
+                throw TableError(libsmbios2::POPULATE_TABLE_NONE, ENOENT,
+                                 message("%1: no entry point from 0xF0000 to 0xFFFFF", name));
             entryPoint_ = std::move(*found);
         } catch (const std::system_error& error) {
             failFor(error, device_);
@@ -103,11 +107,12 @@ public:
 
     Version version() const override { return entryPoint_.version; }
 
-    RawTable read() override
+    RawTable read(Faults& faults) override
     {
         const auto length = std::min<std::size_t>(entryPoint_.tableLength, kLargestFile);
         try {
-            return joined(entryPoint_, PhysicalMemory(device_).read(entryPoint_.tableAddress, length));
+            return joined(entryPoint_, PhysicalMemory(device_).read(entryPoint_.tableAddress, length),
+                          platform::utf8FromPath(device_), faults);
         } catch (const std::system_error& error) {
             failFor(error, device_);
         }
@@ -117,10 +122,9 @@ private:
     static constexpr std::uint64_t kBiosArea = 0xF0000;
     static constexpr std::size_t kBiosAreaSize = 0x10000;
 
-    /// The entry point whose address the EFI system table gives. What is wrong there does not end the search, only
-    /// joins the causes.
+    /// The entry point whose address the EFI system table gives. What is wrong there does not end the search.
     static std::optional<EntryPoint> namedBy(const std::filesystem::path& systab, const PhysicalMemory& memory,
-                                             std::string& causes)
+                                             Faults& faults)
     {
         std::error_code ignored;
         if (!std::filesystem::exists(systab, ignored))
@@ -135,12 +139,12 @@ private:
                 auto reading = entryPointAt(address, memory);
                 if (reading.entryPoint)
                     return reading.entryPoint;
-                causes += message("%1: the entry point that %2 names is not used, %3", platform::utf8FromPath(systab),
-                                  key, reading.faultOfEntryPoint()) +
-                          "; ";
+                faults.add(FaultKind::EntryPoint,
+                           message("%1: the entry point that %2 names is not used, %3", platform::utf8FromPath(systab),
+                                   key, reading.faultOfEntryPoint()));
             }
         } catch (const TableError& unreadable) {
-            causes += unreadable.what() + std::string("; ");
+            faults.add(FaultKind::EntryPoint, unreadable.what());
         }
         return std::nullopt;
     }
@@ -160,7 +164,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<FirmwareTable> findFirmwareTable()
+std::unique_ptr<FirmwareTable> findFirmwareTable(Faults& faults)
 {
     const auto& places = firmwarePlaces();
     try {
@@ -169,7 +173,7 @@ std::unique_ptr<FirmwareTable> findFirmwareTable()
         if (noCopy.result() != libsmbios2::POPULATE_TABLE_NONE)
             throw;
         try {
-            return std::make_unique<MemoryTable>(places.memory, places.systab);
+            return std::make_unique<MemoryTable>(places.memory, places.systab, faults);
         } catch (const TableError& noMemory) {
             const auto causes = noCopy.what() + std::string("; ") + noMemory.what();
             const bool none = noMemory.result() == libsmbios2::POPULATE_TABLE_NONE;

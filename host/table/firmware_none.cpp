@@ -6,7 +6,7 @@
 namespace embedded_host::table
 {
 
-std::unique_ptr<FirmwareTable> findFirmwareTable()
+std::unique_ptr<FirmwareTable> findFirmwareTable(Faults& /*faults*/)
 {
     throw TableError(
         libsmbios2::POPULATE_TABLE_NONE, ENOSYS,

@@ -15,11 +15,11 @@ namespace
 class SystemTable : public FirmwareTable
 {
 public:
-    SystemTable() : raw_(readWindowsBlock(block(), kName, [](const std::string& /*remark*/) {})) {}
+    explicit SystemTable(Faults& faults) : raw_(readWindowsBlock(block(), kName, faults)) {}
 
     Version version() const override { return raw_.version; }
 
-    RawTable read() override { return raw_; }
+    RawTable read(Faults& /*faults*/) override { return raw_; }
 
 private:
     static constexpr const char* kName = "GetSystemFirmwareTable(RSMB)";
@@ -44,6 +44,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<FirmwareTable> findFirmwareTable() { return std::make_unique<SystemTable>(); }
+std::unique_ptr<FirmwareTable> findFirmwareTable(Faults& faults) { return std::make_unique<SystemTable>(faults); }
 
 } // namespace embedded_host::table

@@ -10,9 +10,6 @@
 namespace embedded_host::table
 {
 
-/// Takes what is wrong with a table or its file, and what is done about it: once for each fault.
-using Remarks = std::function<void(const std::string& remark)>;
-
 /// Where a string set that starts at `offset` ends, behind its two NUL bytes; nothing when the bytes end first.
 std::optional<std::size_t> endOfStrings(View bytes, std::size_t offset);
 

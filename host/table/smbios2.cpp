@@ -18,8 +18,6 @@ void report(int priority, const std::string& message) { services::log(priority, 
 
 void warn(const std::string& message) { report(services::kWarning, message); }
 
-void silent(const std::string& /*message*/) {}
-
 struct Library
 {
     std::shared_ptr<Image> image;
@@ -53,7 +51,7 @@ struct Library
     {
         firmware.reset();
         faults.restart(warn);
-        firmware = findFirmwareTable();
+        firmware = findFirmwareTable(faults);
     }
 };
 
@@ -163,7 +161,7 @@ POPULATE_TABLE_RESULT Smbios2::populateTable(bool refresh)
     try {
         if (refresh || !library.firmware)
             library.find();
-        library.take(library.firmware->read(), false);
+        library.take(library.firmware->read(library.faults), false);
         return POPULATE_TABLE_READ;
     } catch (const table::TableError& error) {
         library.drop(error.what());
@@ -178,9 +176,8 @@ bool Smbios2::loadTableFromFile(const lum::String& path, bool log)
     auto& library = table::library();
     library.drop({});
     library.faults.restart(log ? table::warn : table::Faults::Log());
-    const table::Remarks remarks = log ? table::warn : table::silent;
     try {
-        library.take(table::readTableFile(platform::pathFromUtf8(path.bytes()), remarks), true);
+        library.take(table::readTableFile(platform::pathFromUtf8(path.bytes()), library.faults), true);
     } catch (const std::runtime_error& error) {
         library.drop(error.what());
         table::report(services::kError, error.what());

@@ -85,34 +85,31 @@ bool hasPlaceFor(const EntryPoint& entryPoint, View file)
     return entryPoint.tableLength == 0 || entryPoint.tableAddress < file.size();
 }
 
-RawTable readDump(Bytes file, EntryPoint entryPoint, const std::string& name, const Remarks& remarks)
+RawTable readDump(Bytes file, EntryPoint entryPoint, const std::string& name, Faults& faults)
 {
     if (!hasPlaceFor(entryPoint, file))
         throw TableError::malformed(
             message("%1: its entry point places the table at offset %2, but the file has only %3 bytes", name,
                     entryPoint.tableAddress, file.size()));
     if (entryPoint.tableLength == 0)
-        return joined(std::move(entryPoint), {});
+        return joined(std::move(entryPoint), {}, name, faults);
     const auto start = static_cast<std::size_t>(entryPoint.tableAddress);
-    // The length of a 64-bit entry point is an upper bound; only the others promise it.
-    if (entryPoint.structures != 0 && file.size() - start < entryPoint.tableLength)
-        remarks(cutShort(name, file.size() - start, entryPoint.tableLength));
-    return joined(std::move(entryPoint), std::move(file), start);
+    return joined(std::move(entryPoint), std::move(file), name, faults, start);
 }
 
 /// The entry point in the file of its usual name beside a bare table; none when that file is absent or not believed.
-std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, const Remarks& remarks)
+std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, Faults& faults)
 {
     const auto path = table.parent_path() / kEntryPointFile;
     const auto name = platform::utf8FromPath(path);
     try {
         auto reading = readEntryPoint(platform::readFile(path, kLargestFile));
         if (!reading.entryPoint)
-            remarks(message("%1: not used, %2", name, reading.faultOfEntryPoint()));
+            faults.add(FaultKind::EntryPoint, message("%1: not used, %2", name, reading.faultOfEntryPoint()));
         return reading.entryPoint;
     } catch (const std::system_error& error) {
         if (error.code() != std::errc::no_such_file_or_directory)
-            remarks(message("%1: not used, %2", name, reason(error)));
+            faults.add(FaultKind::EntryPoint, message("%1: not used, %2", name, reason(error)));
         return std::nullopt;
     }
 }
@@ -141,21 +138,24 @@ std::string refusalToReplace(const std::filesystem::path& path)
 
 } // namespace
 
-RawTable joined(EntryPoint entryPoint, Bytes bytes, std::size_t start)
+RawTable joined(EntryPoint entryPoint, Bytes bytes, const std::string& name, Faults& faults, std::size_t start)
 {
+    const auto held = bytes.size() - start;
+    if (entryPoint.promisesLength && held < entryPoint.tableLength)
+        faults.add(FaultKind::LengthDiffers, cutShort(name, held, entryPoint.tableLength));
     bytes.resize(endOfTable(bytes, start, entryPoint.tableLength));
     const auto version = entryPoint.version;
     return {std::move(bytes), start, version, std::move(entryPoint)};
 }
 
-RawTable readWindowsBlock(Bytes block, const std::string& name, const Remarks& remarks)
+RawTable readWindowsBlock(Bytes block, const std::string& name, Faults& faults)
 {
     if (!looksLikeBlock(block))
         throw TableError::malformed(message("%1: is not a RawSMBIOSData block", name));
     const auto announced = announcedBy(block);
     const auto held = block.size() - kBlockHeader;
     if (held < announced)
-        remarks(cutShort(name, held, announced));
+        faults.add(FaultKind::LengthDiffers, cutShort(name, held, announced));
     const auto form = block[1] >= 3 ? Version::Form::ThreePart : Version::Form::TwoPart;
     const unsigned char revision = form == Version::Form::ThreePart ? block[3] : 0;
     const Version version{block[1], block[2], revision, form};
@@ -163,7 +163,7 @@ RawTable readWindowsBlock(Bytes block, const std::string& name, const Remarks& r
     return {std::move(block), kBlockHeader, version.corrected(), std::nullopt};
 }
 
-RawTable readTableFile(const std::filesystem::path& given, const Remarks& remarks)
+RawTable readTableFile(const std::filesystem::path& given, Faults& faults)
 {
     std::error_code ignored;
     const bool isFolder = std::filesystem::is_directory(given, ignored);
@@ -175,21 +175,21 @@ RawTable readTableFile(const std::filesystem::path& given, const Remarks& remark
         if (!reading.fault.empty())
             throw TableError::malformed(name + ": " + reading.fault);
         if (reading.entryPoint)
-            return readDump(std::move(file), std::move(*reading.entryPoint), name, remarks);
+            return readDump(std::move(file), std::move(*reading.entryPoint), name, faults);
 
         // What a folder's entry point describes is a table, whatever it looks like.
-        auto beside = isFolder ? entryPointBeside(path, remarks) : std::nullopt;
+        auto beside = isFolder ? entryPointBeside(path, faults) : std::nullopt;
         if (!beside) {
             const bool isBlock = looksLikeBlock(file);
             if (!looksLikeTable(isBlock ? tableIn(file) : View(file)))
                 throw TableError::malformed(message("%1: is not an SMBIOS table in any known layout", name));
             if (isBlock)
-                return readWindowsBlock(std::move(file), name, remarks);
+                return readWindowsBlock(std::move(file), name, faults);
             if (!isFolder)
-                beside = entryPointBeside(path, remarks);
+                beside = entryPointBeside(path, faults);
         }
         if (beside)
-            return joined(std::move(*beside), std::move(file));
+            return joined(std::move(*beside), std::move(file), name, faults);
         return {std::move(file), 0, Version(), std::nullopt};
     } catch (const std::system_error& error) {
         throw TableError::unreadable(error, name);

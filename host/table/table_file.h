@@ -18,14 +18,15 @@ constexpr std::size_t kLargestFile = 0x4000000;
 /// Reads a saved table: a dump with its entry point in front, a raw structure table (with `smbios_entry_point` beside
 /// it, if there is one), a folder holding both, or a RawSMBIOSData block. Where no entry point vouches for it, a table
 /// has to look like one. Throws TableError.
-RawTable readTableFile(const std::filesystem::path& path, const Remarks& remarks);
+RawTable readTableFile(const std::filesystem::path& path, Faults& faults);
 
 /// An entry point and the bytes in which its table begins at `start`, which lies inside: cut to the announced length.
-RawTable joined(EntryPoint entryPoint, Bytes bytes, std::size_t start = 0);
+/// That they are fewer than promised is a fault of the source of this name.
+RawTable joined(EntryPoint entryPoint, Bytes bytes, const std::string& name, Faults& faults, std::size_t start = 0);
 
 /// The RawSMBIOSData block that Windows returns (and that its users save): a table behind eight bytes. Throws
 /// TableError when it is none.
-RawTable readWindowsBlock(Bytes block, const std::string& name, const Remarks& remarks);
+RawTable readWindowsBlock(Bytes block, const std::string& name, Faults& faults);
 
 /// Writes a dump: whole or not at all, for its owner only. A symbolic link, and anything that is no dump, is not
 /// overwritten. Throws std::runtime_error with the reason.

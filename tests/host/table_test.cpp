@@ -131,6 +131,11 @@ TEST(TableFiles, AFolderOrARawTableTakesTheEntryPointBesideIt)
     folder.file("DMI", smallTable().structures());
     folder.file("smbios_entry_point", "_SM3_ but no more");
     EXPECT_EQ(version(raw), "3.0 (assumed)") << "what is not believed is not used";
+    const auto& faults = embedded_host::table::faults();
+    ASSERT_EQ(faults.all().size(), 1u);
+    EXPECT_EQ(faults.all()[0].kind, embedded_host::table::FaultKind::EntryPoint);
+    EXPECT_EQ(faults.sentence(faults.all()[0]), (folder / "smbios_entry_point").string() +
+                                                    ": not used, the length byte of its _SM3_ entry point is wrong");
 }
 
 TEST(TableFiles, WhatIsNoTableIsRefused)
@@ -336,6 +341,27 @@ TEST(Walk, EveryFaultIsARecordAndALineWithItsOffset)
     }
 }
 
+TEST(Faults, FewerBytesThanPromisedAreOne)
+{
+    const auto table = smallTable();
+    const auto cut = [](Bytes bytes) {
+        bytes.resize(bytes.size() - 6);
+        return bytes;
+    };
+    const Texts fewer{"length-differs 0 null", "end-missing 0 null"};
+    EXPECT_EQ(records(cut(table.windowsBlock(3, 2, 0))), fewer);
+    EXPECT_EQ(records(cut(with(table.dump32(2, 7), 0x1C, {0}))), fewer) << "without a count, too";
+    EXPECT_EQ(records(cut(table.dump32(2, 7))), (Texts{"length-differs 0 null", "count-differs 59 null"}));
+    EXPECT_EQ(records(cut(table.dump64(3, 2, 0))), Texts{"end-missing 0 null"}) << "an upper bound";
+
+    const TemporaryFolder folder;
+    const auto narrow = table.dump32(2, 7);
+    folder.file("smbios_entry_point", Bytes(narrow.begin(), narrow.begin() + 0x1F));
+    folder.file("DMI", cut(table.structures()));
+    tests::discover({{"LoadTable", folder.path().string()}});
+    EXPECT_EQ(embedded_host::table::faults().all()[0].kind, embedded_host::table::FaultKind::LengthDiffers);
+}
+
 TEST(Faults, AStructureTellsOnceThatStringsAreMissing)
 {
     TableBuilder table;
@@ -464,15 +490,12 @@ TEST(LiveTable, AWrongAddressInTheEfiSystemTableDoesNotEndTheSearch)
     embedded_host::firmwarePlaces().memory = "/dev/zero";
     const auto systab = firmware.folder().file("systab", "SMBIOS3=0xFFFFFFFFFFFFF000\nSMBIOS=0xF0000\n").string();
     const auto log = tests::discover(tests::Settings{}).messages("Smbios2");
-    ASSERT_EQ(log.size(), 1u);
-    const auto passedOver = [&](const std::string& key) {
-        return log[0].find(systab + ": the entry point that " + key + " names is not used, ");
-    };
-    EXPECT_LT(passedOver("SMBIOS3"), passedOver("SMBIOS")) << log[0];
+    ASSERT_EQ(log.size(), 3u);
+    EXPECT_TRUE(log[0].starts_with(systab + ": the entry point that SMBIOS3 names is not used, ")) << log[0];
+    EXPECT_EQ(log[1], systab + ": the entry point that SMBIOS names is not used, it is no entry point");
     EXPECT_TRUE(
-        log[0].ends_with("it is no entry point; /dev/zero: no entry point from 0xF0000 to 0xFFFFF; name a saved "
-                         "table with LoadTable"))
-        << log[0];
+        log[2].ends_with("/dev/zero: no entry point from 0xF0000 to 0xFFFFF; name a saved table with LoadTable"))
+        << log[2];
 }
 
 TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
@@ -485,8 +508,13 @@ TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
             std::copy_n(dump.begin(), 0x20, bytes.begin() + static_cast<std::ptrdiff_t>(offset));
         return bytes;
     };
+    Texts passedOver;
     const auto versionIn = [&](const Bytes& bytes) {
-        const auto found = scanForEntryPoint(bytes);
+        embedded_host::table::Faults faults;
+        const auto found = scanForEntryPoint(bytes, "/dev/mem", 0xF0000, faults);
+        passedOver.clear();
+        for (const auto& fault : faults.all())
+            passedOver.push_back(faults.sentence(fault));
         return found ? found->version.text() : "(none)";
     };
     const auto wide = table.dump64(3, 1, 1);
@@ -495,6 +523,9 @@ TEST(LiveTable, AMemoryScanTakesTheBestEntryPointThatHolds)
     const auto legacy = table.dumpLegacy(2, 1);
     EXPECT_EQ(versionIn(memory({{0x10, legacy}, {0x40, narrow}, {0x1E0, wide}})), "3.1.1");
     EXPECT_EQ(versionIn(memory({{0x10, broken}, {0x80, narrow}})), "2.7") << "what does not hold is passed over";
+    EXPECT_EQ(
+        passedOver,
+        Texts{"/dev/mem: the entry point at 0xF0010 is not used, the checksum of its _SM3_ entry point is wrong"});
     EXPECT_EQ(versionIn(memory({{0x10, legacy}})), "2.1");
     EXPECT_EQ(versionIn(memory({{0x18, wide}})), "(none)") << "not on a boundary of 16 bytes";
 }

@@ -163,6 +163,9 @@ TEST(Details, TellTheTableTheOtherStructuresAndTheFaults)
     EXPECT_EQ(behindDevices(run.output), R"("others":[
 {"type":200,"handle":"0x00C8","offset":10,"length":6}
 ],"faults":[
+{"offset":0,"handle":null,"fault":"length-differs","text":")" +
+                                             path +
+                                             R"(: holds 17 of the table's 18 bytes; read as far as it goes"},
 {"offset":10,"handle":"0x00C8","fault":"strings-past-end","text":"its strings run past the end of the table at 0x11; cut there"},
 {"offset":0,"handle":"0x0002","fault":"string-missing","text":"it asks for string 1, which its set does not have"}
 ]}
