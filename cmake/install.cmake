@@ -17,12 +17,12 @@ if(WIN32)
     install(FILES packaging/copyright RENAME copyright.txt DESTINATION .)
 else()
     include(GNUInstallDirs)
-    set(program_folder ${CMAKE_INSTALL_SBINDIR})
+    set(program_folder ${CMAKE_INSTALL_BINDIR})
     set(documents_folder ${CMAKE_INSTALL_DOCDIR})
     set(data_folder ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
 
     install(FILES packaging/copyright DESTINATION ${documents_folder})
-    install(FILES man/zorpsysinfosmbios2.8 DESTINATION ${CMAKE_INSTALL_MANDIR}/man8)
+    install(FILES man/zorpsysinfosmbios2.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     install(FILES completions/zorpsysinfosmbios2.bash RENAME zorpsysinfosmbios2
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
     install(FILES completions/_zorpsysinfosmbios2 DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
@@ -30,7 +30,8 @@ else()
 endif()
 
 install(TARGETS zorpsysinfosmbios2 DESTINATION ${program_folder})
-install(FILES README.md CHANGELOG.md DESTINATION ${documents_folder})
-install(FILES docs/inventory-format.md DESTINATION ${documents_folder}/docs)
-install(FILES ${ZORP_CATALOGUE} docs/catalogue.schema.json docs/inventory.schema.json
-    DESTINATION ${data_folder} OPTIONAL)
+# The repository's own README speaks of much that is not installed.
+install(FILES packaging/README.md CHANGELOG.md
+    docs/inventory-format.md docs/catalogue.schema.json docs/inventory.schema.json
+    DESTINATION ${documents_folder})
+install(FILES ${ZORP_CATALOGUE} DESTINATION ${data_folder} OPTIONAL)

@@ -9,8 +9,9 @@ that was saved before, and tells what the machine is made of: board,
 processors, caches, memory, slots, batteries, power supplies and all else
 that the firmware describes.
 
-Every structure of the table becomes a device with named, typed properties,
-linked into a tree, printed as text for people or as JSON for programs.]])
+The structures of the table that describe the machine become devices with
+named, typed properties, linked into a tree, printed as text for people or as
+JSON for programs; of all others it tells that they are there.]])
 
 if(WIN32)
     set(CPACK_GENERATOR ZIP)

@@ -11,9 +11,12 @@ file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/lintian-overrides ${share}/lintian/over
 file(RENAME ${documents}/CHANGELOG.md ${documents}/changelog)
 file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/changelog ${documents}/changelog.Debian)
 execute_process(
-    COMMAND strip --remove-section=.comment --remove-section=.note
-            ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/sbin/${CPACK_PACKAGE_NAME}
+    COMMAND chmod 644 ${share}/lintian/overrides/${CPACK_PACKAGE_NAME} ${documents}/changelog.Debian
     COMMAND_ERROR_IS_FATAL ANY)
 execute_process(
-    COMMAND gzip -9n ${documents}/changelog ${documents}/changelog.Debian ${share}/man/man8/${CPACK_PACKAGE_NAME}.8
+    COMMAND strip --remove-section=.comment --remove-section=.note
+            ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/bin/${CPACK_PACKAGE_NAME}
+    COMMAND_ERROR_IS_FATAL ANY)
+execute_process(
+    COMMAND gzip -9n ${documents}/changelog ${documents}/changelog.Debian ${share}/man/man1/${CPACK_PACKAGE_NAME}.1
     COMMAND_ERROR_IS_FATAL ANY)

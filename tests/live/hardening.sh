@@ -40,7 +40,7 @@ linux() {
 }
 
 for program in "$@"; do
-    [ -x "$program" ] || {
+    [ -f "$program" ] || {
         echo "skipped: $program is not built"
         exit 77
     }

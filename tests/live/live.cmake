@@ -19,7 +19,7 @@ add_live_test(writes ${CMAKE_CURRENT_LIST_DIR}/writes.sh ${release_program} ${sa
 add_live_test(hardening ${CMAKE_CURRENT_LIST_DIR}/hardening.sh ${release_program} ${windows_program})
 
 add_live_test(manual ${CMAKE_CURRENT_LIST_DIR}/manual.sh
-    ${PROJECT_SOURCE_DIR}/man/zorpsysinfosmbios2.8 $<TARGET_FILE:zorpsysinfosmbios2>
+    ${PROJECT_SOURCE_DIR}/man/zorpsysinfosmbios2.1 $<TARGET_FILE:zorpsysinfosmbios2>
     ${PROJECT_SOURCE_DIR}/modules/src/multi/sysinfo/zorpsysinfosmbios2)
 
 foreach(shell bash zsh fish)
