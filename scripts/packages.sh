@@ -1,12 +1,16 @@
 # Installs Debian packages that are missing; sourced by the scripts beside it.
 
-# install_missing PACKAGE...
+# install_missing PACKAGE...: under INSTALL_NOTHING it fails instead, and names them.
 install_missing() {
     local missing=() package
     for package in "$@"; do
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
+    if [ -n "${INSTALL_NOTHING:-}" ]; then
+        echo "missing in scripts/packages.sh, all_packages: ${missing[*]}" >&2
+        return 1
+    fi
     local root=()
     if [ "$(id -u)" -ne 0 ]; then
         root=(sudo)
@@ -16,19 +20,26 @@ install_missing() {
     "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# What building needs, and what testing needs on top of it.
+# What building needs.
 build_packages=(cmake g++ gettext libboost-dev libcli11-dev ninja-build rapidjson-dev)
+
+# What the tests need on top of it, and what the live ones of them need.
 test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)
+live_packages=(bash-completion binutils bsdextrautils cpio fish g++-mingw-w64-x86-64-posix groff-base man-db mandoc
+    qemu-system-x86 util-linux wine wine64 zsh)
+
+# What the checks of style need.
+style_packages=(clang-format clang-tidy git jq python3-polib)
 
 # What the sanitizers and the fuzz targets need.
 sanitizer_packages=(clang libclang-rt-14-dev)
 
-# What the benchmarks need on top of building.
+# What the benchmarks need.
 bench_packages=(dmidecode libbenchmark-dev python3 time valgrind)
 
-# What the live tests need; without these they are skipped.
-live_packages=(bash-completion bsdextrautils cpio fish g++-mingw-w64-x86-64-posix man-db mandoc qemu-system-x86 wine
-    wine64 zsh)
-
 # What making the packages needs.
-packaging_packages=(dpkg-dev file g++-mingw-w64-x86-64-posix lintian)
+packaging_packages=(dpkg-dev file g++-mingw-w64-x86-64-posix git lintian)
+
+# What any of the checks needs that a change has to pass.
+all_packages=("${build_packages[@]}" "${test_packages[@]}" "${live_packages[@]}" "${style_packages[@]}"
+    "${sanitizer_packages[@]}" "${bench_packages[@]}" "${packaging_packages[@]}")
