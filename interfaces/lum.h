@@ -3,6 +3,7 @@
 // None of these operations throws as far as its caller is concerned. Used from one thread only.
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -107,7 +108,7 @@ public:
     CString getLowerByteString() const;
 
     /// The bytes themselves, with a NUL behind them; valid while this object is neither changed nor gone.
-    std::string_view bytes() const { return {outside_ != nullptr ? outside_ : inside_, size_}; }
+    std::string_view bytes() const { return {outside_ != nullptr ? outside_ : inside_.data(), size_}; }
 
     friend bool operator==(const String& text, std::string_view bytes) { return text.bytes() == bytes; }
 
@@ -130,11 +131,11 @@ private:
             holdLong(text, source);
             return;
         }
-        size_ = text.copy(inside_, kInside);
+        size_ = text.copy(inside_.data(), kInside);
     }
     void holdLong(std::string_view text, Source source);
 
-    char inside_[kInside + 1] = {};
+    std::array<char, kInside + 1> inside_{};
     const char* outside_ = nullptr; ///< the text where it is not inside
     std::size_t size_ = 0;
     std::shared_ptr<const void> owner_; ///< of the text outside; none for one in the program

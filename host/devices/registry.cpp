@@ -1,7 +1,6 @@
 // The module's declarations and registration.
 #include "registry.h"
 
-#include "module_name.h"
 #include "services/utf8.h"
 
 namespace embedded_host
@@ -12,11 +11,8 @@ namespace devices
 
 Registry& registry()
 {
-    static Registry instance = [] {
-        Registry fresh;
-        fresh.module.name = kModuleName;
-        return fresh;
-    }();
+    // Never destroyed: declarations live as long as the process, and that many would take long.
+    static auto& instance = *new Registry;
     return instance;
 }
 

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "embedded_host/inventory.h"
+#include "module_name.h"
 
+#include <deque>
 #include <memory>
+#include <memory_resource>
 
 namespace embedded_host::devices
 {
@@ -17,9 +20,12 @@ struct DeclaredText : orb5::LocalizedString
 /// Declarations are made before `main`, so the registry is made on first use.
 struct Registry
 {
-    ModuleInfo module;
+    static constexpr std::size_t kFirstMemory = 0x20000; ///< bytes, enough for some 400 properties
+
+    ModuleInfo module{kModuleName, 0, 0, {}, {}};
     void (*discover)() = nullptr;
-    std::deque<Property> properties;
+    std::pmr::monotonic_buffer_resource memory{kFirstMemory}; ///< of the properties, which are never given back
+    std::pmr::deque<Property> properties{&memory};
     std::vector<std::unique_ptr<DeclaredText>> texts;
     DeviceSink* sink = nullptr; ///< takes devices while a discovery runs
 };

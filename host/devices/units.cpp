@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <utility>
 
@@ -58,11 +59,11 @@ constexpr Traits kHexadecimal64 = hexadecimal(16);
 OrbString asHexadecimal(std::uint64_t value, const OrbUnitType& unit)
 {
     std::array<char, 18> text{'0', 'x'};
-    unsigned shown = unit.traits().hexDigits;
-    while (shown < 16 && value >> (4 * shown) != 0)
-        ++shown;
-    for (unsigned i = 0; i < shown; ++i)
-        text[2 + i] = "0123456789ABCDEF"[value >> (4 * (shown - 1 - i)) & 0xF];
+    const auto needed = static_cast<unsigned>(std::bit_width(value) + 3) / 4;
+    const unsigned shown = std::max(unit.traits().hexDigits, needed);
+    auto rest = value;
+    for (unsigned place = 1 + shown; place > 1; --place, rest >>= 4)
+        text[place] = "0123456789ABCDEF"[rest & 0xF];
     return lum::String(std::string_view(text.data(), 2 + shown)).show(Number::whole(value, unit.name()));
 }
 
@@ -114,13 +115,16 @@ bool reaches(double value, int from, int to, unsigned step)
     return from >= to ? std::fma(size, power(step, from - to), -1.0) >= 0 : size >= power(step, to - from);
 }
 
-/// The magnitude in which to show a value: the largest in which it is at least 1, the base unit for 0.
+/// The magnitude in which to show a value: the largest in which it is at least 1, the base unit for 0. Looked for from
+/// `near` on.
 template <class ReachesOne>
-int autoscaled(const Traits& unit, bool isZero, ReachesOne reachesOne)
+int autoscaled(const Traits& unit, bool isZero, int near, ReachesOne reachesOne)
 {
     if (isZero)
         return 0;
-    int magnitude = unit.largest();
+    int magnitude = std::clamp(near, unit.smallest, unit.largest());
+    while (magnitude < unit.largest() && reachesOne(magnitude + 1))
+        ++magnitude;
     while (magnitude > unit.smallest && !reachesOne(magnitude))
         --magnitude;
     return magnitude;
@@ -181,7 +185,7 @@ OrbString OrbDiscreteMeasurement::toString(const OrbUnitMagnitude& magnitude) co
     const auto divisor = [&](int to) { return static_cast<std::uint64_t>(power(unit.step, to)); };
     int to = clamped(unit, magnitude);
     if (magnitude == OrbUnitMagnitude::AUTOSCALEUNIT())
-        to = autoscaled(unit, value_ == 0,
+        to = autoscaled(unit, value_ == 0, 0,
                         [&](int candidate) { return candidate <= 0 || value_ >= divisor(candidate); });
     const double scaled = to < 0 ? product(value_, power(unit.step, -to)) : quotient(value_, divisor(to));
     return shown(unit, to, scaled, 2, Zeros::Drop).show(Number::whole(value_, unit_.name()));
@@ -197,7 +201,8 @@ OrbString OrbNonDiscreteMeasurement::toString(int precision, const OrbUnitMagnit
     const auto& wanted = magnitude == OrbUnitMagnitude::NOTSET() ? shown_ : magnitude;
     int to = clamped(unit, wanted);
     if (wanted == OrbUnitMagnitude::AUTOSCALEUNIT())
-        to = autoscaled(unit, value_ == 0, [&](int candidate) { return reaches(value_, from, candidate, unit.step); });
+        to = autoscaled(unit, value_ == 0, from,
+                        [&](int candidate) { return reaches(value_, from, candidate, unit.step); });
     const auto number = unit.step == 1000 ? Number::real(value_, unit_.name(), 3 * from)
                                           : Number::real(value_, unit_.name(), 0, 10 * from);
     return shown(unit, to, converted(value_, from, to, unit.step), precision, keepZeros_ ? Zeros::Keep : Zeros::Drop)

@@ -30,12 +30,17 @@ String SprintfFormat(const char* format, ...)
     }
     std::va_list again;
     va_copy(again, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    std::array<char, 128> few{};
+    const int length = std::vsnprintf(few.data(), few.size(), format, arguments);
     va_end(arguments);
-    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, again);
+    String text(few.data());
+    if (length >= static_cast<int>(few.size())) {
+        std::string many(static_cast<std::size_t>(length), '\0');
+        std::vsnprintf(many.data(), many.size() + 1, format, again);
+        text = String(many);
+    }
     va_end(again);
-    return String(text);
+    return text;
 }
 
 Temperature::Temperature(float value, unsigned char decimals, short /*reserved*/, TEMPERATURE_TYPE /*type*/)

@@ -40,10 +40,18 @@ void LumLocale::setGlobalLanguage(std::string language) { global().language_ = s
 
 bool Resource::getString(const char* /*section*/, const char* key, String& out, const LumLocale& locale)
 {
-    const auto text = embedded_host::texts::translation(locale.language(), key);
-    if (text.empty())
+    // A module asks for the same name for every structure of a type.
+    static std::string lastKey;
+    static std::string lastLanguage;
+    static std::string_view lastText;
+    if (lastKey != key || lastLanguage != locale.language()) {
+        lastKey = key;
+        lastLanguage = locale.language();
+        lastText = embedded_host::texts::translation(lastLanguage, lastKey);
+    }
+    if (lastText.empty())
         return false;
-    out = String(text);
+    out = String::fixed(lastText);
     return true;
 }
 

@@ -60,7 +60,7 @@ String String::operator+(const String& other) const
 {
     String sum;
     sum.size_ = size_ + other.size_;
-    char* bytes = sum.inside_;
+    char* bytes = sum.inside_.data();
     if (sum.size_ > kInside) {
         const auto memory = std::make_shared<char[]>(sum.size_ + 1);
         sum.outside_ = bytes = memory.get();
@@ -73,14 +73,14 @@ String String::operator+(const String& other) const
 
 String& String::trim()
 {
-    constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+    const auto isWhite = [](char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); };
     const auto whole = bytes();
-    const auto first = whole.find_first_not_of(kWhiteSpace);
-    if (first == std::string_view::npos)
-        return *this = String();
-    const auto kept = whole.substr(first, whole.find_last_not_of(kWhiteSpace) - first + 1);
-    if (kept.size() != whole.size())
-        *this = String(kept);
+    const auto* first = std::ranges::find_if_not(whole, isWhite);
+    const auto* behind = whole.end();
+    while (behind != first && isWhite(behind[-1]))
+        --behind;
+    if (first != whole.begin() || behind != whole.end())
+        *this = String(std::string_view(first, behind));
     return *this;
 }
 

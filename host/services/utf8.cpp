@@ -99,6 +99,28 @@ std::size_t plainPrefix(std::string_view text)
     return count;
 }
 
+std::size_t copyPlainPrefix(std::string_view text, char* out)
+{
+    constexpr std::size_t kStep = sizeof(std::uint64_t);
+    const auto copyEight = [&](std::size_t from) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, text.data() + from, kStep);
+        std::memcpy(out + from, &eight, kStep);
+        return arePlain(eight);
+    };
+    std::size_t count = 0;
+    if (text.size() >= kStep) {
+        while (count + kStep <= text.size() && copyEight(count))
+            count += kStep;
+        // The last bytes, together with some before them.
+        if (count + kStep > text.size() && copyEight(text.size() - kStep))
+            return text.size();
+    }
+    for (; count < text.size() && isPlain(text[count]); ++count)
+        out[count] = text[count];
+    return count;
+}
+
 char32_t takeCharacter(std::string_view& text)
 {
     const auto take = [&](std::size_t count, char32_t code) {

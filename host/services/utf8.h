@@ -11,6 +11,9 @@ namespace embedded_host::services
 /// mark and backslash.
 std::size_t plainPrefix(std::string_view text);
 
+/// Copies these bytes to where there is room for the whole text. Returns how many they are.
+std::size_t copyPlainPrefix(std::string_view text, char* out);
+
 /// Takes the first character off a text that is not empty; U+FFFD for a maximal ill-formed part.
 char32_t takeCharacter(std::string_view& text);
 

@@ -4,7 +4,10 @@
 #include "texts/enum_texts.h"
 #include "texts/translations.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
+#include <optional>
 
 namespace libsmbios2
 {
@@ -41,6 +44,29 @@ std::optional<Meaning> lookUp(unsigned type, unsigned offset, unsigned value, un
     return Meaning{text != nullptr ? text : kOutOfRange, field->firstCode + cut};
 }
 
+/// The text in the current language. The same few are asked for over and over.
+std::string_view localized(const char* english)
+{
+    struct Known
+    {
+        const char* english = nullptr;
+        std::string_view text;
+    };
+    static std::array<Known, 512> known;
+    static std::string knownLanguage;
+    const auto& language = lum::LumLocale::getGlobalLocale().language();
+    if (language == texts::kEnglish)
+        return english;
+    if (language != knownLanguage) {
+        known.fill({});
+        knownLanguage = language;
+    }
+    auto& place = known[std::hash<const void*>()(english) % known.size()];
+    if (place.english != english)
+        place = {english, texts::translated(language, english)};
+    return place.text;
+}
+
 } // namespace
 
 const char* Smbios2_SysInfo::getString(const type_hdr* structure, unsigned char number)
@@ -73,8 +99,7 @@ lum::String Smbios2_SysInfo::getLocalizedEnumFieldString(const unsigned char& ty
     const auto meaning = lookUp(type, offset, value, width, shift);
     if (!meaning)
         return {};
-    const auto& language = lum::LumLocale::getGlobalLocale().language();
-    return lum::String::fixed(texts::translated(language, meaning->english)).show(lum::Number::code(meaning->code));
+    return lum::String::fixed(localized(meaning->english)).show(lum::Number::code(meaning->code));
 }
 
 bool Smbios2_SysInfo::isKnownEnum(const char* text)

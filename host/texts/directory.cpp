@@ -66,6 +66,10 @@ const FieldTexts* findField(unsigned type, unsigned offset, unsigned width, unsi
 
 const char* findText(const FieldTexts& field, unsigned value)
 {
+    // Most tables have every value from their first on.
+    const std::size_t place = value - field.texts.front().first;
+    if (place < field.texts.size() && field.texts[place].first == value)
+        return field.texts[place].text;
     const auto found = std::ranges::lower_bound(field.texts, value, {}, &EnumText::last);
     return found != field.texts.end() && found->first <= value ? found->text : nullptr;
 }

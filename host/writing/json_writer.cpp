@@ -42,29 +42,23 @@ char* escape(char32_t code, char* out)
 
 void JsonWriter::text(std::string_view value)
 {
-    char* out = beginValue(1);
+    constexpr std::size_t kPiece = 0x1000;
+    static_assert(kPiece + kLongest + 2 < Output::kMostRoom);
+    auto piece = value.substr(0, kPiece);
+    char* out = beginValue(piece.size() + kLongest + 2);
     *out++ = '"';
-    output_.wrote(out);
-    while (!value.empty()) {
-        const auto piece = value.substr(0, Output::kMostRoom - kLongest);
-        const auto plain = services::plainPrefix(piece);
-        out = output_.room(plain + kLongest);
-        out += piece.copy(out, plain);
+    for (;;) {
+        const auto plain = services::copyPlainPrefix(piece, out);
+        out += plain;
         value.remove_prefix(plain);
+        if (value.empty())
+            break;
         if (plain < piece.size())
             out = escape(services::takeCharacter(value), out);
         output_.wrote(out);
+        piece = value.substr(0, kPiece);
+        out = output_.room(piece.size() + kLongest + 1);
     }
-    out = output_.room(1);
-    *out++ = '"';
-    output_.wrote(out);
-}
-
-void JsonWriter::plain(std::string_view value)
-{
-    char* out = beginValue(value.size() + 2);
-    *out++ = '"';
-    out += value.copy(out, value.size());
     *out++ = '"';
     output_.wrote(out);
 }

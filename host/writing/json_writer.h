@@ -17,16 +17,17 @@ class JsonWriter
 public:
     explicit JsonWriter(Output& output) : output_(output) {}
 
-    void beginObject() { begin('{'); }
-    void endObject() { end('}'); }
-    void beginArray() { begin('['); }
-    void endArray() { end(']'); }
+    void beginObject() { open('{'); }
+    void endObject() { close('}'); }
+    void beginArray() { open('['); }
+    void endArray() { close(']'); }
 
     /// Keys are plain, as plainPrefix says it.
     void key(std::string_view name)
     {
-        plain(name);
-        end(':');
+        char* out = quoted(beginValue(name.size() + 3), name);
+        *out++ = ':';
+        output_.wrote(out);
         comma_ = false;
     }
     void member(std::string_view name, std::string_view value)
@@ -36,7 +37,7 @@ public:
     }
     void text(std::string_view value);
     /// A text that is known to be plain and short: the names that the device API gives its constants.
-    void plain(std::string_view value);
+    void plain(std::string_view value) { output_.wrote(quoted(beginValue(value.size() + 2), value)); }
     void number(std::integral auto value)
     {
         char* out = beginValue(kLongestInteger);
@@ -45,21 +46,17 @@ public:
     /// As ECMAScript prints numbers.
     void number(double value);
     /// A number that is written already.
-    void number(std::string_view digits) { literal(digits); }
-    void flag(bool value) { literal(value ? "true" : "false"); }
-    void null() { literal("null"); }
+    void number(std::string_view digits) { put(digits); }
+    void flag(bool value) { put(value ? "true" : "false"); }
+    void null() { put("null"); }
 
     /// Begins a line for the next value.
-    void newLine()
-    {
-        literal("\n");
-        comma_ = false;
-    }
+    void newLine() { open('\n'); }
     /// Ends a line behind a value.
     void endLine()
     {
+        close('\n');
         comma_ = false;
-        newLine();
     }
 
 private:
@@ -74,20 +71,33 @@ private:
         comma_ = true;
         return out;
     }
-    void literal(std::string_view text)
+    static char* quoted(char* out, std::string_view text)
+    {
+        *out++ = '"';
+        out += text.copy(out, text.size());
+        *out++ = '"';
+        return out;
+    }
+    void put(std::string_view text)
     {
         char* out = beginValue(text.size());
         output_.wrote(out + text.copy(out, text.size()));
     }
-    void begin(char bracket)
+    void put(char character)
     {
-        literal({&bracket, 1});
+        char* out = beginValue(1);
+        *out++ = character;
+        output_.wrote(out);
+    }
+    void open(char bracket)
+    {
+        put(bracket);
         comma_ = false;
     }
-    void end(char bracket)
+    void close(char bracket)
     {
         comma_ = false;
-        literal({&bracket, 1});
+        put(bracket);
     }
 
     Output& output_;

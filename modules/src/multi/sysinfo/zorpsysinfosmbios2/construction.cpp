@@ -1,7 +1,6 @@
 // Building devices: the shared operations.
 #include "construction.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -33,12 +32,16 @@ char* formatHexBytes(const void* bytes, unsigned char count)
     if (count == 0)
         return nullptr;
     constexpr std::size_t kWritten = 3; // two digits and a hyphen
+    constexpr const char* kDigits = "0123456789ABCDEF";
     auto* text = static_cast<char*>(std::malloc(count * kWritten + 1));
     if (text == nullptr)
         throw std::bad_alloc();
     const auto* byte = static_cast<const unsigned char*>(bytes);
-    for (unsigned i = 0; i < count; ++i)
-        std::snprintf(text + kWritten * i, kWritten + 1, "%02X-", unsigned{byte[i]});
+    for (unsigned i = 0; i < count; ++i) {
+        text[kWritten * i] = kDigits[byte[i] >> 4];
+        text[kWritten * i + 1] = kDigits[byte[i] & 0x0F];
+        text[kWritten * i + 2] = '-';
+    }
     text[kWritten * count - 1] = '\0';
     return text;
 }
