@@ -48,13 +48,13 @@ struct OwnerOnly
     SECURITY_ATTRIBUTES attributes{};
 };
 
-/// Whether the file vanishes when it is closed, also by the end of the process.
+/// Has the file vanish when it is closed, also by the end of the process, or not. Not every file system can, and the
+/// destructor cleans up behind all but a killed process.
 void vanishOnClose(const OpenFile& file, bool vanishes)
 {
     FILE_DISPOSITION_INFO wanted{};
     wanted.DeleteFile = vanishes ? TRUE : FALSE;
-    if (SetFileInformationByHandle(handleOf(file), FileDispositionInfo, &wanted, sizeof(wanted)) == 0)
-        fail();
+    SetFileInformationByHandle(handleOf(file), FileDispositionInfo, &wanted, sizeof(wanted));
 }
 
 /// Where a link leads. Throws when that is nowhere.
@@ -123,6 +123,7 @@ AtomicFile::AtomicFile(std::filesystem::path target, Readers readers) : AtomicFi
     OwnerOnly ownerOnly;
     if (readers == Readers::Owner && !ownerOnly.descriptor)
         fail();
+    target_ = std::filesystem::absolute(target_); // Wine replaces no others
     auto name = temporaryBeside(target_);
     file_ = owned(CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, 0,
                               readers == Readers::Owner ? &ownerOnly.attributes : nullptr, CREATE_NEW,
@@ -143,8 +144,10 @@ void AtomicFile::holdName(std::filesystem::path name) { temporary_ = std::move(n
 
 void AtomicFile::releaseName()
 {
-    if (!temporary_.empty())
+    if (!temporary_.empty()) {
+        SetFileAttributesW(temporary_.c_str(), FILE_ATTRIBUTE_NORMAL); // one that may not be written cannot be deleted
         DeleteFileW(temporary_.c_str());
+    }
     temporary_.clear();
 }
 
@@ -177,26 +180,24 @@ void AtomicFile::place(const Look& mayReplace)
 }
 
 /// Replaces what stands at the target when it may be replaced. It is looked at after it was put aside, when nobody can
-/// slip in anything else any more.
+/// slip in anything else any more. (ReplaceFileW, which does the same in two steps, would keep the old one's readers.)
 void AtomicFile::replaceIf(const Look& mayReplace)
 {
     const auto aside = temporaryBeside(target_);
-    if (ReplaceFileW(target_.c_str(), temporary_.c_str(), aside.c_str(), 0, nullptr, nullptr) == 0)
+    const auto move = [](const std::filesystem::path& from, const std::filesystem::path& to) {
+        return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+    };
+    if (!move(target_, aside))
         fail();
-    temporary_ = aside;
     try {
         mayReplace(aside);
+        if (!move(temporary_, target_))
+            fail();
     } catch (...) {
-        // Back with it. Where that fails it is left where it is.
-        MoveFileExW(aside.c_str(), target_.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-        temporary_.clear();
+        move(aside, target_); // where somebody has taken the name, it stays aside
         throw;
     }
-    const OwnerOnly ownerOnly; // and not who could read the old one
-    if (readers_ == Readers::Owner &&
-        (!ownerOnly.descriptor ||
-         SetFileSecurityW(target_.c_str(), DACL_SECURITY_INFORMATION, ownerOnly.descriptor.get()) == 0))
-        fail();
+    temporary_ = aside;
 }
 
 OutputFile::OutputFile(const std::filesystem::path& target)

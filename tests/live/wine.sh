@@ -139,6 +139,10 @@ writes() {
     on_windows -s LoadTable="$sample" -s SaveTable=no/such/folder.dmi >/dev/null 2>windows.log
     grep -q 'folder.dmi: not written, No such file or directory' windows.log || fail "no folder"
     on_windows -f json -o no/such.json | grep -q '^OrbException: cannot write no/such.json' || fail "no folder for -o"
+    on_windows --version -o notes.txt
+    grep -q '^zorpsysinfosmbios2 ' notes.txt || fail "a file is replaced"
+    on_windows --version -o NUL && [ ! -e NUL ] || fail "a device is written to as it stands"
+    on_windows --version -o "$(printf 'n%.0s' {1..255})" | grep OrbException && fail "a long name" || true
     [ "$(find . -name '*.tmp' | wc -l)" = 0 ] || fail "something half-written was left behind"
 }
 
