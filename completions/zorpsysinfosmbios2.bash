@@ -9,6 +9,7 @@ _zorpsysinfosmbios2() {
     case $prev in
         -f | --format) values="text json ndjson" ;;
         -l | --language) values="en de zh_CN" ;;
+        -t | --type) values="bios system baseboard chassis processor memory cache connector slot" ;;
         --log-level) values="1 2 3 4 5" ;;
         -o | --output | --settings)
             _filedir
@@ -30,8 +31,12 @@ _zorpsysinfosmbios2() {
             ;;
         *)
             $split && return
+            if [[ $cur != -* ]]; then
+                _filedir
+                return
+            fi
             values="-a --all --catalogue -d --details -f --format -h --help -l --language --log-level -o --output -s --set
-                --settings --tables -V --version"
+                --settings -t --tables --type -V --version"
             ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$values" -- "$cur")

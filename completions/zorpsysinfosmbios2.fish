@@ -4,8 +4,7 @@ function __zorpsysinfosmbios2_is_path
     string match -qr '(Load|Save)Table=' -- (commandline -ct)
 end
 
-complete -c zorpsysinfosmbios2 -f
-complete -c zorpsysinfosmbios2 -s a -l all -d 'Text: every tier and the internal properties too'
+complete -c zorpsysinfosmbios2 -s a -l all -d 'Text: what is unknown, empty or internal too'
 complete -c zorpsysinfosmbios2 -l catalogue -d 'Print the property declarations instead of discovering'
 complete -c zorpsysinfosmbios2 -s d -l details -d 'Json, ndjson: numbers too, and what is wrong with the table'
 complete -c zorpsysinfosmbios2 -s f -l format -x -d 'What is printed' -a 'text\t"A tree for people"
@@ -29,4 +28,6 @@ complete -c zorpsysinfosmbios2 -s s -l set -x -d 'A setting for this run' -a '
 complete -c zorpsysinfosmbios2 -s s -l set -n __zorpsysinfosmbios2_is_path -r -F
 complete -c zorpsysinfosmbios2 -l settings -r -F -d 'Settings file'
 complete -c zorpsysinfosmbios2 -l tables -d 'Discover each saved table that standard input names'
+complete -c zorpsysinfosmbios2 -s t -l type -x -d 'Only structures of these types' -a '
+    bios system baseboard chassis processor memory cache connector slot'
 complete -c zorpsysinfosmbios2 -s V -l version -d 'Show the version'

@@ -29,7 +29,7 @@ live_packages=(bash-completion binutils bsdextrautils cpio fish g++-mingw-w64-x8
     qemu-system-x86 util-linux wine wine64 zsh)
 
 # What the checks of style need.
-style_packages=(clang-format clang-tidy git jq python3-polib)
+style_packages=(clang-format clang-tidy git jq python3-polib unicode-data)
 
 # What the sanitizers and the fuzz targets need.
 sanitizer_packages=(clang libclang-rt-14-dev)

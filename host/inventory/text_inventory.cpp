@@ -1,14 +1,15 @@
-// Printing the tree, and the declarations.
+// Keeping what devices tell, and laying it out as a tree.
 #include "text_inventory.h"
 
 #include "categories.h"
-#include "headlines.h"
+#include "numbers.h"
+#include "services/messages.h"
 #include "services/utf8.h"
 #include "texts/translations.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <cstring>
 
 namespace embedded_host::inventory
 {
@@ -16,267 +17,566 @@ namespace embedded_host::inventory
 namespace
 {
 
+using services::message;
+using services::translatable;
+using NumberKind = lum::Number::Kind;
+
 /// Deeper devices are not indented further, so that a hostile chain of links cannot make the text grow by its square.
 constexpr std::size_t kDeepestIndent = 16;
 
 /// Values are not wrapped to less, however narrow the terminal is.
 constexpr std::size_t kNarrowest = 20;
 
-/// A line of a block that is not laid out yet: a mark, the name of a device or the label of a property (none for
-/// further elements of a list), kCell, and what is said of it. No printable text has a tab.
-constexpr char kCell = '\t';
-constexpr char kDevice = 'D';
-constexpr char kEmptySocket = 'E';
-constexpr char kKnown = 'K';
-constexpr char kMissing = 'M';
-
-/// The module's own word, the same in every language.
+/// The module's own words, the same in every language.
 constexpr std::string_view kUnknown = "UNKNOWN";
+constexpr std::string_view kNone = "NONE";
 
 constexpr std::string_view kGap = "  ";
+constexpr std::string_view kComma = ", ";
 
 constexpr std::string_view kPlain = "\x1B[0m";
 constexpr std::string_view kBold = "\x1B[1m";
 constexpr std::string_view kFaint = "\x1B[2m";
-constexpr std::string_view kTelling = "\x1B[36m";
 
-struct Style
+/// What the tree is drawn with.
+struct Lines
 {
-    std::string_view left;
-    std::string_view right;
+    std::string_view child;
+    std::string_view lastChild;
+    std::string_view through;
+    std::string_view nothing;
 };
+constexpr Lines kLines = {"├─ ", "└─ ", "│  ", "   "};
+constexpr Lines kAsciiLines = {"|- ", "`- ", "|  ", "   "};
 
-Style styleOf(char mark)
-{
-    switch (mark) {
-    case kDevice:
-        return {kBold, kTelling};
-    case kEmptySocket:
-        return {kFaint, kFaint};
-    case kMissing:
-        return {kPlain, kFaint};
-    default:
-        return {kPlain, kPlain};
-    }
-}
-
-bool isShown(const Property& property, Detail detail)
+bool isInTier(const Property& property)
 {
     using Category = orb5::PropertyCategory;
     const auto& categories = property.categories;
-    return detail == Detail::All ||
-           (!categories.contains(Category::Internal()) &&
-            (categories.contains(Category::Tier1()) || categories.contains(Category::Tier2())));
+    return !categories.contains(Category::Internal()) &&
+           (categories.contains(Category::Tier1()) || categories.contains(Category::Tier2()));
 }
 
-/// The lines of a text for a place of so many columns, broken at blanks where there are some.
-std::vector<std::string_view> wrapped(std::string_view text, std::size_t columns)
+std::string_view trimmed(std::string_view text)
 {
-    std::vector<std::string_view> lines;
-    for (;;) {
-        std::string_view rest = text; // behind what fits
-        std::size_t used = 0;
-        std::size_t behindBlank = 0;
-        while (!rest.empty()) {
-            std::string_view next = rest;
-            const char32_t code = services::takeCharacter(next);
-            used += services::columnsOf(code);
-            if (code == ' ' && used <= columns + 1)
-                behindBlank = text.size() - next.size();
-            if (used > columns)
-                break;
-            rest = next;
-        }
-        if (rest.empty())
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    const auto first = text.find_first_not_of(kBlanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::string_view bytesOf(const orb5::OrbString& text) { return text.lumString().bytes(); }
+
+const lum::Number& numberOf(const orb5::OrbString& text) { return text.lumString().number(); }
+
+bool isQuantity(const lum::Number& number)
+{
+    return number.kind() == NumberKind::Whole || number.kind() == NumberKind::Real;
+}
+
+/// Whether nothing is measured: no clock, no width, no size. Nought volts may be.
+bool isNought(const lum::Number& number)
+{
+    constexpr std::string_view kUnits[] = {"HERTZ", "BITS", "BYTES"};
+    return isQuantity(number) && number.unit() != nullptr && amount(number) == 0 &&
+           std::ranges::find(kUnits, number.unit()) != std::end(kUnits);
+}
+
+/// The texts that a value holds: one, or the elements of a list.
+template <class Use>
+void forEachText(const orb5::Value& value, Use use)
+{
+    const auto& held = value.held();
+    if (const auto* text = std::get_if<orb5::OrbString>(&held))
+        use(*text);
+    else if (const auto* list = std::get_if<std::vector<orb5::OrbString>>(&held))
+        std::ranges::for_each(*list, use);
+    else
+        use(value.toString());
+}
+
+/// The number that a property of a device shows, for those that have to be links and sizes.
+std::optional<std::uint64_t> wholeOf(const orb5::Value* value)
+{
+    if (value == nullptr)
+        return std::nullopt;
+    if (const auto* measurement = std::get_if<orb5::OrbDiscreteMeasurement>(&value->held()))
+        return measurement->value();
+    const auto text = value->toString();
+    if (!isQuantity(numberOf(text)) || amount(numberOf(text)) < 0)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(amount(numberOf(text)));
+}
+
+std::string bytesShown(std::uint64_t bytes)
+{
+    const orb5::OrbDiscreteMeasurement size(orb5::OrbUnitType::BYTES(), bytes);
+    return std::string(bytesOf(size.toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())));
+}
+
+/// How much of a text fits into a line, and how much of it there is until the next begins.
+struct Line
+{
+    std::size_t shown;
+    std::size_t taken;
+};
+
+/// Breaks at blanks where there are some.
+Line firstLine(std::string_view text, std::size_t columns)
+{
+    std::string_view rest = text; // behind what fits
+    std::size_t used = 0;
+    std::size_t behindBlank = 0;
+    while (!rest.empty()) {
+        std::string_view next = rest;
+        const char32_t code = services::takeCharacter(next);
+        used += services::columnsPrinted(code);
+        if (code == ' ' && used <= columns + 1)
+            behindBlank = text.size() - next.size();
+        if (used > columns)
             break;
-        const std::size_t end = behindBlank != 0 ? behindBlank : text.size() - rest.size();
-        lines.push_back(text.substr(0, behindBlank != 0 ? end - 1 : end));
-        text.remove_prefix(end);
+        rest = next;
     }
-    lines.push_back(text);
-    return lines;
+    if (rest.empty())
+        return {text.size(), text.size()};
+    if (behindBlank != 0)
+        return {behindBlank - 1, behindBlank};
+    const auto end = text.size() - rest.size();
+    return {end, end};
+}
+
+/// Links the children of every device anew, leaving out what is not shown.
+void prune(std::vector<TreeNode>& tree, const std::vector<bool>& shown)
+{
+    for (auto& node : tree)
+        node.firstChild = node.next = kNoDevice;
+    for (auto i = static_cast<DeviceIndex>(tree.size()); i > 1; --i)
+        if (shown[i - 1])
+            tree[i - 1].next = std::exchange(tree[tree[i - 1].parent].firstChild, i - 1);
 }
 
 } // namespace
 
-TextInventory::TextInventory(writing::Output& output, Detail detail, Looks looks) : output_(output), looks_(looks)
+TextInventory::TextInventory(writing::Output& output, Detail detail, const Looks& looks, const StructureTypes& types)
+    : output_(output), detail_(detail), looks_(looks), types_(types)
 {
     const auto& language = lum::LumLocale::getGlobalLocale().language();
     notInstalled_ = texts::translation(language, "NotInstalled");
     unknown_ = texts::translated(language, "Unknown");
-    for (const auto* property : declaredProperties()) {
-        auto label = texts::translation(language, std::string("LocalizedString.propname_").append(property->name));
-        if (label.empty())
-            label = property->name;
-        const auto rank = std::ranges::find(kHeadlines, property->name) - std::begin(kHeadlines);
-        labels_.push_back({std::string(label), services::columnsOf(label), isShown(*property, detail),
-                           static_cast<std::size_t>(rank)});
+    other_ = texts::translated(language, "Other");
+    reserved_ = texts::translated(language, "Reserved");
+    outOfRange_ = texts::translated(language, "Out of range");
+    labels_.resize(declaredProperties().size());
+}
+
+const TextInventory::Label& TextInventory::labelOf(const Property& property)
+{
+    auto& label = labels_[property.index];
+    if (!label) {
+        const auto& language = lum::LumLocale::getGlobalLocale().language();
+        auto text = texts::translation(language, std::string("LocalizedString.propname_").append(property.name));
+        if (text.empty())
+            text = property.name;
+        label = {std::string(text), services::columnsOf(text), isInTier(property), mannerOf(property.name)};
+    }
+    return *label;
+}
+
+/// Whether a text tells a person nothing.
+bool TextInventory::isNothing(const Manner& manner, const orb5::OrbString& text) const
+{
+    const auto bytes = bytesOf(text);
+    const auto& number = numberOf(text);
+    const bool isNamed = number.kind() == NumberKind::Code;
+    if ((manner.isLink && !isNamed) || (!manner.nothing.empty() && bytes == manner.nothing))
+        return true;
+    switch (number.kind()) {
+    case NumberKind::None:
+        return bytes == kUnknown || bytes == notInstalled_ || !placeholders::isReal(bytes, manner.kind);
+    case NumberKind::Code:
+        return bytes == unknown_ || bytes == other_ || bytes == reserved_ || bytes == outOfRange_ ||
+               std::ranges::find(manner.usual, number.integer()) != manner.usual.end();
+    default:
+        return isNought(number);
     }
 }
 
-/// Appends a text as it is shown; what stands for a missing value is put in parentheses. Returns whether it does.
-bool TextInventory::appendShown(const orb5::OrbString& value)
+/// Whether a text stands for a value that is not there.
+bool TextInventory::isMissing(const orb5::OrbString& text) const
 {
-    const std::string_view text = value.lumString().bytes();
-    const bool missing = text == notInstalled_ || text == unknown_ || text == kUnknown;
-    if (missing)
-        text_ += '(';
-    services::appendPrintable(text_, text);
-    if (missing)
-        text_ += ')';
-    return missing;
+    const auto bytes = bytesOf(text);
+    return bytes == kUnknown || bytes == kNone || bytes == notInstalled_ || bytes == unknown_;
 }
 
-/// "Memory Device  DIMM A1, 16 GB, DDR4": what is not known is left out, what is not there is said.
-void TextInventory::appendHeadline(const DeviceRecord& device)
+/// Whether a device is the empty socket of one.
+bool TextInventory::isVacant(const DeviceRecord& device)
+{
+    return std::ranges::any_of(device.properties, [&](const HeldProperty& property) {
+        const auto role = labelOf(*property.declaration).manner.role;
+        if (role != Role::Vacancy && role != Role::ModuleSize)
+            return false;
+        const auto text = property.value.toString();
+        const auto& number = numberOf(text);
+        return bytesOf(text) == notInstalled_ || isNought(number) ||
+               (number.kind() == NumberKind::Code && number.integer() == 0);
+    });
+}
+
+/// Whether the device's name or another of its properties says the same.
+bool TextInventory::isRepeated(const Label& label, const DeviceRecord& device, std::string_view text) const
+{
+    if (text == trimmed(device.name.bytes()))
+        return true;
+    const auto* same = label.manner.repeats.empty() ? nullptr : device.find(label.manner.repeats);
+    return same != nullptr && text == trimmed(bytesOf(same->toString()));
+}
+
+void TextInventory::keep(Mark mark, std::size_t number, std::string_view text)
+{
+    const Row row{mark, static_cast<std::uint16_t>(number), static_cast<std::uint32_t>(text.size())};
+    std::array<char, sizeof row> bytes{};
+    std::memcpy(bytes.data(), &row, sizeof row);
+    kept_.append({bytes.data(), bytes.size()});
+    kept_.append(text);
+}
+
+/// "2 GB, kilobytes 0x00200000 to 0x003FFFFF"
+void TextInventory::keepRange(const orb5::Value& start, const orb5::Value& end)
+{
+    constexpr std::uint64_t kElsewhere = 0xFFFFFFFF; // the standard's later fields have the addresses
+    const auto first = wholeOf(&start);
+    const auto last = wholeOf(&end);
+    if (!first || !last || *first == kElsewhere)
+        return;
+    if (*first <= *last)
+        keep(Mark::Telling, 0, bytesShown((*last - *first + 1) * 1024));
+    keep(Mark::Telling, 0, message("kilobytes %1 to %2", bytesOf(start.toString()), bytesOf(end.toString())));
+}
+
+/// "Memory Device  DIMM A1, 16 GB, DDR4": what is not known is left out.
+void TextInventory::keepHeadline(const DeviceRecord& device, bool vacant)
 {
     telling_.clear();
     for (const auto& property : device.properties)
-        if (labels_[property.declaration->index].headline < std::size(kHeadlines))
+        if (labelOf(*property.declaration).manner.headline != kNotInHeadline)
             telling_.push_back(&property);
-    std::ranges::sort(telling_, {}, [&](const auto* p) { return labels_[p->declaration->index].headline; });
+    std::ranges::sort(telling_, {}, [&](const auto* p) { return labelOf(*p->declaration).manner.headline; });
 
-    const std::size_t mark = text_.size();
-    text_ += kDevice;
-    services::appendPrintable(text_, device.name.bytes());
-    text_ += kCell;
-    std::string_view comma;
+    keep(vacant ? Mark::Empty : Mark::Name, 0, trimmed(device.name.bytes()));
     for (const auto* property : telling_) {
-        const std::size_t before = text_.size();
+        const auto& label = labelOf(*property->declaration);
         const auto value = property->value.toString();
-        const bool empty = value.lumString().bytes() == notInstalled_;
-        text_ += comma;
-        if (appendShown(value) && !empty) {
-            text_.resize(before);
+        const auto text = trimmed(bytesOf(value));
+        const bool isPlace =
+            label.manner.kind == placeholders::Kind::Place && numberOf(value).kind() == NumberKind::None;
+        if (isNothing(label.manner, value) || isRepeated(label, device, text) || (vacant && !isPlace))
             continue;
-        }
-        comma = ", ";
-        if (empty)
-            text_[mark] = kEmptySocket;
+        keep(label.manner.kind == placeholders::Kind::Serial ? Mark::Serial : Mark::Telling, 0, text);
     }
-    text_ += '\n';
+    if (vacant)
+        keep(Mark::Vacant, 0, {});
+
+    const HeldProperty* start = nullptr;
+    for (const auto& property : device.properties) {
+        const auto role = labelOf(*property.declaration).manner.role;
+        if (role == Role::RangeStart)
+            start = &property;
+        if (role == Role::RangeEnd && start != nullptr)
+            keepRange(start->value, property.value);
+        if (role == Role::ArrayMaximum || role == Role::ArraySockets) {
+            const auto value = property.value.toString();
+            const auto handle = wholeOf(device.find("smbios2_hdr_handle")).value_or(0);
+            keep(role == Role::ArrayMaximum ? Mark::ArrayMaximum : Mark::ArraySockets, handle,
+                 isNought(numberOf(value)) ? std::string_view() : bytesOf(value));
+        }
+    }
 }
 
-/// Appends the lines of a property: one for each element of a list.
-void TextInventory::appendRows(const HeldProperty& property, std::size_t labelColumns)
+/// Keeps the rows of a property: one for each element of a list.
+void TextInventory::keepRow(const HeldProperty& property, const DeviceRecord& device, bool vacant)
 {
-    const auto& label = labels_[property.declaration->index];
-    const auto appendLine = [&](bool first, const orb5::OrbString& text) {
-        const std::size_t mark = text_.size();
-        text_ += kKnown;
-        if (first)
-            text_.append(label.text).append(labelColumns - label.columns, ' ');
-        text_ += kCell;
-        if (appendShown(text))
-            text_[mark] = kMissing;
-        text_ += '\n';
-    };
+    const auto& declaration = *property.declaration;
+    const auto& label = labelOf(declaration);
+    const auto& manner = label.manner;
+    const bool all = detail_ == Detail::All;
+    const bool told = vacant || !label.inTier || manner.headline != kNotInHeadline || manner.role >= Role::ArrayMaximum;
+    bool any = false;
+    forEachText(property.value, [&](const orb5::OrbString& text) {
+        any = true;
+        const auto shown = all ? bytesOf(text) : trimmed(bytesOf(text));
+        if (all || !(told || isNothing(manner, text) || isRepeated(label, device, shown)))
+            keep(isMissing(text) ? Mark::Missing : Mark::Value, declaration.index, shown);
+        else
+            ++left_;
+    });
+    if (!any && all)
+        keep(Mark::Value, declaration.index, {});
+    else if (!any)
+        ++left_;
+}
 
-    const auto& held = property.value.held();
-    if (const auto* text = std::get_if<orb5::OrbString>(&held)) {
-        appendLine(true, *text);
-    } else if (const auto* list = std::get_if<std::vector<orb5::OrbString>>(&held); list != nullptr && !list->empty()) {
-        for (const auto& element : *list)
-            appendLine(&element == &list->front(), element);
-    } else {
-        appendLine(true, property.value.toString());
-    }
+/// Adds a module to the array that it is in.
+void TextInventory::addToArray(const DeviceRecord& device, const HeldProperty& size)
+{
+    const auto array = wholeOf(device.find("smbios2_parent"));
+    if (!array || *array > 0xFFFF)
+        return;
+    auto& modules = modules_[static_cast<std::uint16_t>(*array)];
+    ++modules.sockets;
+    const auto text = size.value.toString();
+    if (bytesOf(text) == notInstalled_)
+        return;
+    ++modules.fitted;
+    const auto bytes = wholeOf(&size.value);
+    modules.unknown = modules.unknown || !bytes;
+    modules.bytes += bytes.value_or(0);
 }
 
 void TextInventory::take(DeviceRecord&& device)
 {
-    std::size_t labelColumns = 0;
-    for (const auto& property : device.properties)
-        if (const auto& label = labels_[property.declaration->index]; label.shown)
-            labelColumns = std::max(labelColumns, label.columns);
-
-    text_.clear();
-    appendHeadline(device);
-    for (const auto& property : device.properties)
-        if (labels_[property.declaration->index].shown)
-            appendRows(property, labelColumns);
-    blocks_.add(text_);
+    blocks_.push_back(kept_.size());
     tree_.add(device);
+    for (const auto& property : device.properties)
+        if (labelOf(*property.declaration).manner.role == Role::ModuleSize)
+            addToArray(device, property);
+
+    const bool vacant = isVacant(device);
+    keepHeadline(device, vacant);
+    const bool wanted = isWanted(device, types_);
+    if (types_.any())
+        wanted_.push_back(wanted);
+    if (wanted)
+        for (const auto& property : device.properties)
+            keepRow(property, device, vacant);
+    keep(Mark::End, 0, {});
 }
 
-void TextInventory::end()
+/// The wanted devices, those on their way to the root, and the root.
+std::vector<bool> TextInventory::shownDevices(const std::vector<TreeNode>& tree) const
 {
-    if (blocks_.size() == 0)
-        return;
-    const auto tree = tree_.tree();
-    std::array<std::string, kDeepestIndent + 1> beside; // the lines of the tree left of what hangs under each level
+    std::vector<bool> shown(tree.size());
+    shown[0] = true;
+    for (DeviceIndex i = 0; i < tree.size(); ++i)
+        for (DeviceIndex at = i; wanted_[i] && !shown[at]; at = tree[at].parent)
+            shown[at] = true;
+    return shown;
+}
 
-    struct Place
-    {
-        std::size_t device;
-        std::size_t depth;
-        bool last; ///< of its parent's children
-    };
-    std::vector<Place> pending{{0, 0, true}};
-    while (!pending.empty()) {
-        const auto place = pending.back();
-        pending.pop_back();
-        const auto& children = tree[place.device].children;
-        const std::size_t level = std::min(place.depth, kDeepestIndent);
+void TextInventory::end(const WithoutDevice& others)
+{
+    if (blocks_.empty())
+        return;
+    auto tree = tree_.tree();
+    if (types_.any())
+        prune(tree, shownDevices(tree));
+
+    const auto& lines = looks_.ascii ? kAsciiLines : kLines;
+    std::array<std::string, kDeepestIndent + 1> beside; // the lines of the tree left of what hangs under each level
+    std::size_t depth = 0;
+    for (DeviceIndex at = 0;;) {
+        const auto& node = tree[at];
+        const std::size_t level = std::min(depth, kDeepestIndent);
         std::string branch;
         if (level != 0) {
-            branch = beside[level - 1] + (place.last ? "└─ " : "├─ ");
-            beside[level] = beside[level - 1] + (place.last ? "   " : "│  ");
+            const bool last = node.next == kNoDevice;
+            branch.append(beside[level - 1]).append(last ? lines.lastChild : lines.child);
+            beside[level] = beside[level - 1];
+            beside[level] += last ? lines.nothing : lines.through;
         }
-        writeBlock(blocks_[place.device], branch, beside[level] + (children.empty() ? "   " : "│  "));
-        std::transform(children.rbegin(), children.rend(), std::back_inserter(pending), [&](std::size_t child) {
-            return Place{child, place.depth + 1, child == children.back()};
-        });
+        writeBlock(blocks_[at], branch,
+                   beside[level] + std::string(node.firstChild == kNoDevice ? lines.nothing : lines.through));
+        if (node.firstChild != kNoDevice) {
+            at = node.firstChild;
+            ++depth;
+            continue;
+        }
+        for (; at != 0 && tree[at].next == kNoDevice; --depth)
+            at = tree[at].parent;
+        if (at == 0)
+            break;
+        at = tree[at].next;
     }
+    writeWhatIsMissing(others);
 }
 
-void TextInventory::writeBlock(std::string_view block, std::string_view branch, std::string_view beside)
+TextInventory::Row TextInventory::rowAt(std::uint64_t at)
 {
-    text_.clear();
-    std::string blank; // where the label of a list's further elements would be
-    for (std::string_view left = branch; !block.empty(); left = beside) {
-        const auto end = block.find('\n');
-        const auto line = block.substr(0, end);
-        const auto label = line.substr(1, line.find(kCell) - 1);
-        block.remove_prefix(end + 1);
-        if (!label.empty() && !block.empty() && block[1] == kCell)
-            blank.assign(services::columnsOf(label), ' ');
-        layOut(line, label.empty() ? blank : label, left, beside);
-    }
-    output_.write(text_);
+    Row row{};
+    std::memcpy(&row, kept_.read(at, sizeof row).data(), sizeof row);
+    return row;
 }
 
-/// Lays out a line of a block, on more than one where it is too long for the place.
-void TextInventory::layOut(std::string_view line, std::string_view label, std::string_view left,
-                           std::string_view beside)
+/// "32 GB in 2 of 24 sockets, at most 3 TB"
+std::string TextInventory::arrayParts(std::uint16_t handle, std::string_view maximum, std::string_view sockets) const
 {
-    const auto style = styleOf(line.front());
-    const auto value = line.substr(line.find(kCell) + 1);
-    const auto paint = [&](std::string_view colour, std::string_view text) {
-        if (looks_.colours)
-            text_.append(colour).append(text).append(kPlain);
+    const auto* modules = modules_.find(handle);
+    std::string parts;
+    if (modules == nullptr || modules->sockets == 0)
+        parts = sockets.empty() ? "" : message("%1 sockets", sockets);
+    else if (modules->fitted == 0 || modules->unknown)
+        parts = message("%1 of %2 sockets in use", modules->fitted, modules->sockets);
+    else
+        parts = message("%1 in %2 of %3 sockets", bytesShown(modules->bytes), modules->fitted, modules->sockets);
+    if (!maximum.empty())
+        parts.append(parts.empty() ? "" : kComma).append(message("at most %1", maximum));
+    return parts;
+}
+
+void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, const std::string& beside)
+{
+    std::size_t labelColumns = 0;
+    std::size_t headlineSize = 0;
+    Row row = rowAt(at);
+    for (auto next = at; row.mark != Mark::End; row = rowAt(next)) {
+        if (row.mark == Mark::Value || row.mark == Mark::Missing)
+            labelColumns = std::max(labelColumns, labels_[row.number]->columns);
         else
-            text_.append(text);
-    };
-    const auto append = [&](std::string_view tree, std::string_view name, std::string_view text) {
-        paint(kFaint, tree);
-        paint(style.left, name);
-        if (!value.empty()) {
-            text_ += kGap;
-            paint(style.right, text);
-        }
-        text_ += '\n';
-    };
-    if (looks_.columns == 0) {
-        append(left, label, value);
-        return;
+            headlineSize += kComma.size() + row.size;
+        next += sizeof row + row.size;
     }
-    const std::size_t labelColumns = services::columnsOf(label);
-    const std::size_t used = services::columnsOf(left) + labelColumns + kGap.size();
-    const auto parts = wrapped(value, std::max(kNarrowest, looks_.columns - std::min(looks_.columns, used)));
-    append(left, label, parts.front());
-    for (std::size_t i = 1; i < parts.size(); ++i)
-        append(beside, std::string(labelColumns, ' '), parts[i]);
+
+    const Row first = rowAt(at);
+    const auto style = first.mark;
+    const auto name = services::printable(kept_.read(at + sizeof first, first.size));
+    at += sizeof first + first.size;
+    std::string telling;
+    telling.reserve(headlineSize);
+    const auto tell = [&](std::string_view text) { telling.append(telling.empty() ? "" : kComma).append(text); };
+    std::optional<std::uint16_t> array;
+    std::string maximum;
+    std::string sockets;
+    for (row = rowAt(at); row.mark != Mark::End && row.mark != Mark::Value && row.mark != Mark::Missing;
+         row = rowAt(at)) {
+        const auto text = kept_.read(at + sizeof row, row.size);
+        at += sizeof row + row.size;
+        switch (row.mark) {
+        case Mark::Serial:
+            tell(message("serial %1", text));
+            break;
+        case Mark::Vacant:
+            tell(message("empty"));
+            break;
+        case Mark::ArrayMaximum:
+        case Mark::ArraySockets:
+            array = row.number;
+            (row.mark == Mark::ArrayMaximum ? maximum : sockets) = text;
+            break;
+        default:
+            tell(text);
+        }
+    }
+    if (array)
+        if (const auto parts = arrayParts(*array, maximum, sockets); !parts.empty())
+            tell(parts);
+    writeLines(branch, beside, name, services::columnsOf(name), style, telling);
+
+    for (std::optional<std::uint16_t> before; row.mark != Mark::End; row = rowAt(at)) {
+        const auto text = kept_.read(at + sizeof row, row.size);
+        const auto& label = labels_[row.number]->text;
+        writeLines(beside, beside, before == row.number ? std::string_view() : label, labelColumns, row.mark,
+                   row.mark == Mark::Missing ? wordFor(text) : text);
+        before = row.number;
+        at += sizeof row + row.size;
+    }
+}
+
+/// One word for each way in which a value is not there.
+std::string TextInventory::wordFor(std::string_view text) const
+{
+    return text == notInstalled_ ? message("not installed") : text == kNone ? message("none") : message("unknown");
+}
+
+/// Writes a label, or a device's name, and what is said of it, on more than one line where it is too long for one: the
+/// rest of a value stands under its beginning, that of a headline a little to the right of what hangs under it.
+void TextInventory::writeLines(std::string_view left, std::string_view beside, std::string_view label,
+                               std::size_t labelColumns, Mark mark, std::string_view text)
+{
+    const bool headline = mark == Mark::Name || mark == Mark::Empty;
+    const bool pale = mark == Mark::Empty || mark == Mark::Missing;
+    const auto labelColour = mark == Mark::Name ? kBold : mark == Mark::Empty ? kFaint : std::string_view();
+    const auto leftFor = [&](std::size_t used) { return looks_.columns - std::min(looks_.columns, used); };
+    std::size_t indent = labelColumns + kGap.size();
+    std::size_t columns = leftFor(services::columnsOf(left) + indent);
+    for (bool first = true; first || !text.empty(); first = false) {
+        Line line{text.size(), text.size()};
+        if (looks_.columns != 0 && headline && first && columns < kNarrowest && services::columnsOf(text) > columns)
+            line = {0, 0};
+        else if (looks_.columns != 0)
+            line = firstLine(text, std::max(kNarrowest, columns));
+
+        const auto end = paint(kFaint);
+        output_.write(left);
+        output_.write(end);
+        const auto endOfLabel = paint(labelColour);
+        output_.write(label);
+        output_.write(endOfLabel);
+        if (line.shown != 0) {
+            output_.write(std::string(indent - services::columnsOf(label), ' '));
+            const auto endOfText = paint(pale ? kFaint : std::string_view());
+            writePrintable(text.substr(0, line.shown));
+            output_.write(endOfText);
+        }
+        output_.write("\n");
+        text.remove_prefix(line.taken);
+        left = beside;
+        label = {};
+        if (headline) {
+            indent = kGap.size();
+            columns = leftFor(services::columnsOf(left) + indent);
+        }
+    }
+}
+
+/// Begins a colour. Returns what ends it.
+std::string_view TextInventory::paint(std::string_view colour)
+{
+    if (!looks_.colours || colour.empty())
+        return {};
+    output_.write(colour);
+    return kPlain;
+}
+
+/// Writes a text of any length as it may be shown.
+void TextInventory::writePrintable(std::string_view text)
+{
+    constexpr std::size_t kPiece = 4096;
+    while (!text.empty()) {
+        const auto piece = text.substr(0, services::characterEnd(text, kPiece));
+        text.remove_prefix(piece.size());
+        if (services::plainPrefix(piece) == piece.size()) {
+            output_.write(piece);
+            continue;
+        }
+        shown_.clear();
+        services::appendPrintable(shown_, piece);
+        output_.write(shown_);
+    }
+}
+
+/// "261 lines not shown (--all); 35 structures have no device: types 36, 43, 126"
+void TextInventory::writeWhatIsMissing(const WithoutDevice& others)
+{
+    std::string sentence;
+    if (left_ != 0)
+        sentence = left_ == 1 ? message("1 line not shown (--all)") : message("%1 lines not shown (--all)", left_);
+    if (others.structures != 0) {
+        std::string types;
+        for (std::size_t type = 0; type < others.types.size(); ++type)
+            if (others.types.test(type))
+                types.append(types.empty() ? "" : kComma).append(std::to_string(type));
+        const char* english = others.types.count() > 1 ? translatable("%1 structures have no device: types %2")
+                              : others.structures > 1  ? translatable("%1 structures have no device: type %2")
+                                                       : translatable("1 structure has no device: type %2");
+        sentence.append(sentence.empty() ? "" : "; ").append(message(english, others.structures, types));
+    }
+    for (std::string_view rest = sentence; !rest.empty();) {
+        const auto line = firstLine(rest, looks_.columns == 0 ? rest.size() : std::max(kNarrowest, looks_.columns));
+        const auto end = paint(kFaint);
+        output_.write(rest.substr(0, line.shown));
+        output_.write(end);
+        output_.write("\n");
+        rest.remove_prefix(line.taken);
+    }
 }
 
 void writeCatalogueAsText(writing::Output& output)

@@ -1,8 +1,11 @@
-// The inventory for people: the tree of devices with their properties.
+// The inventory for people: the tree of devices with what they tell.
 #pragma once
 
+#include "by_handle.h"
 #include "embedded_host/inventory.h"
-#include "kept_texts.h"
+#include "kept_text.h"
+#include "manners.h"
+#include "structure_types.h"
 #include "tree.h"
 #include "writing/output.h"
 
@@ -11,7 +14,7 @@ namespace embedded_host::inventory
 
 /// Which properties are shown.
 enum class Detail {
-    Usual, ///< tiers 1 and 2, and nothing internal
+    Usual, ///< of tiers 1 and 2 what a person can use, and what the headline does not say already
     All,
 };
 
@@ -20,16 +23,27 @@ struct Looks
 {
     std::size_t columns = 0; ///< long values are wrapped there; 0 for no limit
     bool colours = false;
+    bool ascii = false; ///< the tree is drawn in ASCII
+};
+
+/// Structures that no device was made of.
+struct WithoutDevice
+{
+    std::size_t structures = 0;
+    StructureTypes types;
 };
 
 /// Collects the devices, since any of them may turn out to be an earlier one's parent, and prints them at the end.
 class TextInventory : public DeviceSink
 {
 public:
-    TextInventory(writing::Output& output, Detail detail, Looks looks = {});
+    /// `types` restricts the inventory; of the devices on their way to the root the headlines are shown.
+    TextInventory(writing::Output& output, Detail detail, const Looks& looks = {}, const StructureTypes& types = {});
 
     void take(DeviceRecord&& device) override;
-    void end();
+
+    /// Prints everything, and in the last line what was left out.
+    void end(const WithoutDevice& others = {});
 
 private:
     /// How a property is shown; properties are told by their index.
@@ -37,26 +51,80 @@ private:
     {
         std::string text;
         std::size_t columns;
-        bool shown;
-        std::size_t headline; ///< rank among kHeadlines
+        bool inTier; ///< of those that are usually shown
+        Manner manner;
     };
 
-    bool appendShown(const orb5::OrbString& value);
-    void appendRows(const HeldProperty& property, std::size_t labelColumns);
-    void appendHeadline(const DeviceRecord& device);
+    /// What is kept of a device until its place is known, as far as it can be laid out before.
+    enum class Mark : unsigned char {
+        End,
+        Name,
+        Empty,        ///< the name of a device in an empty socket
+        Telling,      ///< a further part of the headline
+        Serial,       ///< the same, a serial number
+        Vacant,       ///< the same, that the socket is empty
+        ArrayMaximum, ///< what an array can take
+        ArraySockets, ///< its number of sockets
+        Value,
+        Missing, ///< a value that is not known
+    };
+    struct Row
+    {
+        Mark mark;
+        std::uint16_t number; ///< of a property; of an array's parts its handle
+        std::uint32_t size;   ///< of the text that follows
+    };
 
-    void writeBlock(std::string_view block, std::string_view branch, std::string_view beside);
-    void layOut(std::string_view line, std::string_view label, std::string_view left, std::string_view beside);
+    /// The modules of a memory array.
+    struct Modules
+    {
+        std::uint64_t bytes = 0;
+        std::uint32_t fitted = 0;
+        std::uint32_t sockets = 0;
+        bool unknown = false; ///< the size of one is not known
+    };
+
+    const Label& labelOf(const Property& property);
+    bool isNothing(const Manner& manner, const orb5::OrbString& text) const;
+    bool isMissing(const orb5::OrbString& text) const;
+    bool isVacant(const DeviceRecord& device);
+    bool isRepeated(const Label& label, const DeviceRecord& device, std::string_view text) const;
+
+    void keep(Mark mark, std::size_t number, std::string_view text);
+    void keepHeadline(const DeviceRecord& device, bool vacant);
+    void keepRange(const orb5::Value& start, const orb5::Value& end);
+    void keepRow(const HeldProperty& property, const DeviceRecord& device, bool vacant);
+    void addToArray(const DeviceRecord& device, const HeldProperty& size);
+
+    std::vector<bool> shownDevices(const std::vector<TreeNode>& tree) const;
+    Row rowAt(std::uint64_t at);
+    std::string wordFor(std::string_view text) const;
+    std::string arrayParts(std::uint16_t handle, std::string_view maximum, std::string_view sockets) const;
+    void writeBlock(std::uint64_t at, const std::string& branch, const std::string& beside);
+    void writeLines(std::string_view left, std::string_view beside, std::string_view label, std::size_t labelColumns,
+                    Mark mark, std::string_view text);
+    void writePrintable(std::string_view text);
+    std::string_view paint(std::string_view colour);
+    void writeWhatIsMissing(const WithoutDevice& others);
 
     writing::Output& output_;
+    Detail detail_;
     Looks looks_;
+    StructureTypes types_;
     std::string notInstalled_; ///< the size of an empty memory socket, in the user's language
-    std::string unknown_;      ///< an enumerated value that the firmware does not know, likewise
-    std::vector<Label> labels_;
+    std::string_view unknown_; ///< an enumerated value that the firmware does not know, likewise
+    std::string_view other_;   ///< one that the standard has no name for, as the next two
+    std::string_view reserved_;
+    std::string_view outOfRange_;
+    std::vector<std::optional<Label>> labels_; ///< those that were needed so far
     TreeBuilder tree_;
-    KeptTexts blocks_; ///< the devices, as far as they can be laid out before their place is known
+    KeptText kept_;
+    std::deque<std::uint64_t> blocks_;         ///< where the devices begin in it
+    std::vector<bool> wanted_;                 ///< of the devices, when they are restricted
+    ByHandle<Modules> modules_;                ///< by their array
+    std::size_t left_ = 0;                     ///< lines that were left out
     std::vector<const HeldProperty*> telling_; ///< of the device that is taken
-    std::string text_;                         ///< of the block that is being made or written
+    std::string shown_;                        ///< the piece of text that is written
 };
 
 /// Prints all declarations as a table.

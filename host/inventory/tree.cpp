@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace embedded_host::inventory
 {
@@ -11,7 +12,8 @@ namespace embedded_host::inventory
 namespace
 {
 
-constexpr std::size_t kRoot = 0;
+constexpr DeviceIndex kRoot = 0;
+constexpr std::size_t kHandles = 0x10000;
 constexpr std::string_view kPrefix = "SMBIOS:";
 
 /// How others link to a device: its identifier without "SMBIOS:" and without an instance number.
@@ -24,36 +26,36 @@ std::string_view nameOf(const DeviceRecord& device)
     return text.substr(0, text.find(':'));
 }
 
-/// The number in a name such as "0x00AB".
-std::optional<std::size_t> handleIn(std::string_view name)
+/// The handle in a name such as "0x00AB".
+std::optional<std::uint16_t> handleIn(std::string_view name)
 {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     if (name.size() != 6 || !name.starts_with("0x"))
         return std::nullopt;
-    std::size_t handle = 0;
+    unsigned handle = 0;
     for (const char character : name.substr(2)) {
         const auto digit = kDigits.find(character);
         if (digit == std::string_view::npos)
             return std::nullopt;
-        handle = handle << 4 | digit;
+        handle = handle << 4 | static_cast<unsigned>(digit);
     }
-    return handle;
+    return static_cast<std::uint16_t>(handle);
 }
 
 /// Hangs one device of every circle under the root.
 void openCircles(std::vector<TreeNode>& tree)
 {
-    constexpr std::size_t kUnseen = 0;
-    std::vector<std::size_t> seenFrom(tree.size(), kUnseen); // the device from which a walk to the root came by, + 1
-    seenFrom[kRoot] = 1;
-    for (std::size_t start = 1; start < tree.size(); ++start) {
-        std::size_t at = start;
-        for (; seenFrom[at] == kUnseen; at = tree[at].parent)
-            seenFrom[at] = start + 1;
-        if (seenFrom[at] != start + 1)
+    // The device from which a walk to the root came by first. No walk starts from the root.
+    std::vector<DeviceIndex> seenFrom(tree.size(), kNoDevice);
+    seenFrom[kRoot] = kRoot;
+    for (DeviceIndex start = 1; start < tree.size(); ++start) {
+        DeviceIndex at = start;
+        for (; seenFrom[at] == kNoDevice; at = tree[at].parent)
+            seenFrom[at] = start;
+        if (seenFrom[at] != start)
             continue;
-        std::size_t first = at;
-        for (std::size_t i = tree[at].parent; i != at; i = tree[i].parent)
+        DeviceIndex first = at;
+        for (DeviceIndex i = tree[at].parent; i != at; i = tree[i].parent)
             first = std::min(first, i);
         tree[first].parent = kRoot;
     }
@@ -61,61 +63,76 @@ void openCircles(std::vector<TreeNode>& tree)
 
 } // namespace
 
-void FirstByName::add(const std::string& name, std::size_t device)
+void TreeBuilder::First::add(Name name, DeviceIndex device)
 {
-    const auto handle = handleIn(name);
-    if (!handle) {
-        byText_.emplace(name, device);
-        return;
-    }
-    if (*handle >= byHandle_.size())
-        byHandle_.resize(*handle + 1, kNone);
-    if (byHandle_[*handle] == kNone)
-        byHandle_[*handle] = device;
+    if (name >= kHandles)
+        others_.emplace(name, device);
+    else if (auto& first = byHandle_[static_cast<std::uint16_t>(name)]; first == 0)
+        first = device + 1;
 }
 
-std::size_t FirstByName::find(const std::string& name) const
+DeviceIndex TreeBuilder::First::find(Name name) const
 {
-    if (const auto handle = handleIn(name))
-        return *handle < byHandle_.size() ? byHandle_[*handle] : kNone;
-    const auto found = byText_.find(name);
-    return found != byText_.end() ? found->second : kNone;
+    if (name >= kHandles) {
+        const auto found = others_.find(name);
+        return found != others_.end() ? found->second : kNoDevice;
+    }
+    const auto* first = byHandle_.find(static_cast<std::uint16_t>(name));
+    return first != nullptr && *first != 0 ? *first - 1 : kNoDevice;
+}
+
+TreeBuilder::Name TreeBuilder::nameFor(std::string_view text)
+{
+    if (const auto handle = handleIn(text))
+        return *handle;
+    if (text.empty())
+        return kNobody;
+    const auto found = otherNames_.find(text);
+    if (found != otherNames_.end())
+        return found->second;
+    const auto name = static_cast<Name>(kHandles + otherNames_.size());
+    otherNames_.emplace(text, name);
+    return name;
 }
 
 void TreeBuilder::add(const DeviceRecord& device)
 {
-    const std::size_t index = devices_.size();
-    Links links{std::string(nameOf(device)), {}, !device.uids.empty()};
-    if (const auto* parent = device.find("smbios2_parent"); parent != nullptr)
-        links.parent = parent->toString().lumString().bytes();
-    for (std::size_t i = 0; i < device.childBusIds.size(); ++i)
-        if (const auto child = device.childBusIds[i]; child.id && *child.id != links.name)
-            namedBy_.add(std::string(child.id->bytes()), index);
-    bornBy_.add(links.name, index);
-    devices_.push_back(std::move(links));
+    const auto index = static_cast<DeviceIndex>(devices_.size());
+    const Name name = nameFor(nameOf(device));
+    Name parent = kNobody;
+    if (const auto* value = device.find("smbios2_parent"); value != nullptr)
+        parent = nameFor(value->toString().lumString().bytes());
+    for (std::size_t i = 0; i < device.childBusIds.size(); ++i) {
+        const auto child = device.childBusIds[i];
+        if (const Name named = child.id ? nameFor(child.id->bytes()) : kNobody; named != name && named != kNobody)
+            namedBy_.add(named, index);
+    }
+    if (name != kNobody)
+        bornBy_.add(name, index);
+    devices_.push_back({name & kNobody, device.uids.empty() ? 0u : 1u, parent});
 }
 
-std::size_t TreeBuilder::parentOf(std::size_t device) const
+DeviceIndex TreeBuilder::parentOf(DeviceIndex device) const
 {
     const auto& links = devices_[device];
-    if (!links.ownParentOnly)
-        if (const auto named = namedBy_.find(links.name); named != FirstByName::kNone)
+    if (links.ownParentOnly == 0)
+        if (const auto named = namedBy_.find(links.name); named != kNoDevice)
             return named;
     const auto born = bornBy_.find(links.parent);
-    return born != FirstByName::kNone && born != device ? born : kRoot;
+    return born != kNoDevice && born != device ? born : kRoot;
 }
 
 std::vector<TreeNode> TreeBuilder::tree() const
 {
-    std::vector<TreeNode> tree(devices_.size());
-    if (tree.empty())
-        return tree;
-    for (std::size_t i = 1; i < tree.size(); ++i)
+    std::vector<TreeNode> tree(devices_.size(), {kRoot, kNoDevice, kNoDevice});
+    for (DeviceIndex i = 1; i < tree.size(); ++i)
         tree[i].parent = parentOf(i);
-    tree[kRoot].parent = kRoot;
-    openCircles(tree);
-    for (std::size_t i = 1; i < tree.size(); ++i)
-        tree[tree[i].parent].children.push_back(i);
+    if (!tree.empty())
+        openCircles(tree);
+    for (auto i = static_cast<DeviceIndex>(tree.size()); i > 1; --i) {
+        auto& node = tree[i - 1];
+        node.next = std::exchange(tree[node.parent].firstChild, i - 1);
+    }
     return tree;
 }
 

@@ -1,38 +1,31 @@
 // Which device hangs under which.
 #pragma once
 
+#include "by_handle.h"
 #include "embedded_host/inventory.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <limits>
+#include <map>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <vector>
 
 namespace embedded_host::inventory
 {
 
-/// A device's place in the tree, devices being told by their index.
+/// A device is told by its index, in the order of publication.
+using DeviceIndex = std::uint32_t;
+inline constexpr DeviceIndex kNoDevice = std::numeric_limits<DeviceIndex>::max();
+
+/// A device's place in the tree.
 struct TreeNode
 {
-    std::size_t parent;
-    std::vector<std::size_t> children; ///< in the order of publication
-};
-
-/// Which device is the first to have to do with a name. Nearly all names are handles, which have places of their own:
-/// in a large table, looking for texts would take longer than anything else.
-class FirstByName
-{
-public:
-    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-
-    /// Keeps the device unless the name has one.
-    void add(const std::string& name, std::size_t device);
-
-    /// The name's device, or kNone.
-    std::size_t find(const std::string& name) const;
-
-private:
-    std::vector<std::size_t> byHandle_;
-    std::unordered_map<std::string, std::size_t> byText_;
+    DeviceIndex parent;
+    DeviceIndex firstChild; ///< kNoDevice when there is none
+    DeviceIndex next;       ///< the parent's next child, likewise
 };
 
 /// Places every device once; the first device is the root. A device hangs under the first published device that names
@@ -46,20 +39,41 @@ public:
     /// be many times longer than the table that they come from.
     void add(const DeviceRecord& device);
 
+    std::size_t size() const { return devices_.size(); }
+
     std::vector<TreeNode> tree() const;
 
 private:
+    /// By which devices link to each other: nearly always the number of a handle; other texts have numbers above.
+    using Name = std::uint32_t;
+    static constexpr Name kNobody = 0x7FFFFFFF;
+
     struct Links
     {
-        std::string name;   ///< by which others link to the device; empty when nobody can
-        std::string parent; ///< the name of its parent; empty for none
-        bool ownParentOnly; ///< it has a type-level identifier
+        Name name : 31;         ///< by which others link to the device
+        Name ownParentOnly : 1; ///< it has a type-level identifier
+        Name parent;            ///< the name of its parent
     };
-    std::size_t parentOf(std::size_t device) const;
 
-    std::vector<Links> devices_;
-    FirstByName namedBy_; ///< as its child
-    FirstByName bornBy_;  ///< as its own
+    /// Which device is the first to have to do with a name.
+    class First
+    {
+    public:
+        void add(Name name, DeviceIndex device);
+        DeviceIndex find(Name name) const;
+
+    private:
+        ByHandle<DeviceIndex> byHandle_; ///< one more than the device's index; 0 for none
+        std::map<Name, DeviceIndex> others_;
+    };
+
+    Name nameFor(std::string_view text);
+    DeviceIndex parentOf(DeviceIndex device) const;
+
+    std::map<std::string, Name, std::less<>> otherNames_;
+    std::deque<Links> devices_;
+    First namedBy_; ///< as its child
+    First bornBy_;  ///< as its own
 };
 
 } // namespace embedded_host::inventory

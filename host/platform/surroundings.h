@@ -28,6 +28,9 @@ struct Terminal
 /// The terminal that standard output is; none where it is a file or a pipe.
 std::optional<Terminal> terminal();
 
+/// Whether the user's surroundings show UTF-8, as the locale says.
+bool showsUtf8();
+
 /// The folders that may hold settings, the user's before the system's.
 std::vector<std::filesystem::path> configurationFolders();
 

@@ -1,6 +1,7 @@
 // The process's surroundings on POSIX systems.
 #include "surroundings.h"
 
+#include <algorithm>
 #include <charconv>
 #include <csignal>
 #include <cstdlib>
@@ -50,6 +51,18 @@ std::optional<Terminal> terminal()
         columns = size.ws_col;
     const auto kind = variable("TERM");
     return Terminal{columns != 0 ? columns : kUsual, variable("NO_COLOR").empty() && !kind.empty() && kind != "dumb"};
+}
+
+bool showsUtf8()
+{
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        auto value = variable(name);
+        if (value.empty())
+            continue;
+        std::ranges::transform(value, value.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; });
+        return value.find("utf-8") != std::string::npos || value.find("utf8") != std::string::npos;
+    }
+    return false;
 }
 
 std::vector<std::filesystem::path> configurationFolders()

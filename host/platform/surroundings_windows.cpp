@@ -66,6 +66,8 @@ std::optional<Terminal> terminal()
     return Terminal{static_cast<std::size_t>(buffer.srWindow.Right - buffer.srWindow.Left + 1), colours};
 }
 
+bool showsUtf8() { return true; }
+
 std::vector<std::filesystem::path> configurationFolders()
 {
     std::vector<std::filesystem::path> folders;

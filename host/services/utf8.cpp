@@ -1,6 +1,8 @@
 // Decoding UTF-8 the way Unicode recommends it for ill-formed input: one replacement for each maximal subpart.
 #include "utf8.h"
 
+#include "unicode_ranges.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -38,29 +40,10 @@ Lead leadOf(unsigned char first)
             static_cast<unsigned char>(first == 0xF4 ? 0x8F : 0xBF)};
 }
 
-struct Range
-{
-    char32_t first;
-    char32_t last;
-};
-
-/// What takes no column: combining marks, joiners and variation selectors (Unicode, general category Mn and Cf, as far
-/// as texts about hardware may have them).
-constexpr Range kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x064B, 0x065F},
-                                {0x0E31, 0x0E31}, {0x0E34, 0x0E3A}, {0x0E47, 0x0E4E}, {0x1AB0, 0x1AFF},
-                                {0x1DC0, 0x1DFF}, {0x200B, 0x200D}, {0x20D0, 0x20FF}, {0x3099, 0x309A},
-                                {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}, {0xFEFF, 0xFEFF}, {0xE0100, 0xE01EF}};
-
-/// What takes two columns (Unicode, East Asian Width W and F).
-constexpr Range kWide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0x33FF},   {0x3400, 0x4DBF},
-                           {0x4E00, 0xA4CF},   {0xA960, 0xA97F},   {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},
-                           {0xFE30, 0xFE6F},   {0xFF01, 0xFF60},   {0xFFE0, 0xFFE6},   {0x16FE0, 0x18CFF},
-                           {0x1B000, 0x1B2FF}, {0x1F300, 0x1F64F}, {0x1F680, 0x1F6FF}, {0x1F900, 0x1F9FF},
-                           {0x20000, 0x3FFFD}};
-
 bool isIn(std::span<const Range> ranges, char32_t code)
 {
-    return std::ranges::any_of(ranges, [&](const Range& range) { return code >= range.first && code <= range.last; });
+    const auto range = std::ranges::lower_bound(ranges, code, {}, &Range::last);
+    return range != ranges.end() && code >= range->first;
 }
 
 constexpr auto kPlain = [] {
@@ -83,6 +66,10 @@ constexpr bool arePlain(std::uint64_t bytes)
                                 isZero(bytes ^ '"' * kOnes) | isZero(bytes ^ '\\' * kOnes);
     return (found & kHighest) == 0;
 }
+
+bool isEscaped(char32_t code) { return isObeyed(code) || isHidden(code); }
+
+int digitsOfEscape(char32_t code) { return code < 0x100 ? 2 : code < 0x10000 ? 4 : 8; }
 
 } // namespace
 
@@ -146,11 +133,24 @@ char32_t takeCharacter(std::string_view& text)
     return take(lead.length, code);
 }
 
+std::size_t characterEnd(std::string_view text, std::size_t bytes)
+{
+    if (bytes >= text.size())
+        return text.size();
+    // Cut before a first byte whose sequence could reach behind the end.
+    for (std::size_t back = 1; back <= 3 && back < bytes; ++back)
+        if (static_cast<unsigned char>(text[bytes - back]) >= 0xC0)
+            return bytes - back;
+    return bytes;
+}
+
 bool isObeyed(char32_t code)
 {
     return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x061C || code == 0x200E || code == 0x200F ||
            (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
+
+bool isHidden(char32_t code) { return code >= kHidden[0].first && isIn(kHidden, code); }
 
 std::size_t columnsOf(char32_t code)
 {
@@ -196,20 +196,27 @@ char* writeUtf8(char* out, char32_t code)
     return out;
 }
 
-/// "\\n", "\\x1B", "\\u202E", or the character itself; returns the end.
-static char* writePrintable(char* out, char32_t code)
+char* writePrintable(char* out, char32_t code)
 {
-    if (!isObeyed(code))
+    if (!isEscaped(code))
         return writeUtf8(out, code);
     *out++ = '\\';
     if (code == '\n') {
         *out++ = 'n';
         return out;
     }
-    *out++ = code < 0x100 ? 'x' : 'u';
-    for (int shift = code < 0x100 ? 4 : 12; shift >= 0; shift -= 4)
+    const int digits = digitsOfEscape(code);
+    *out++ = digits == 2 ? 'x' : digits == 4 ? 'u' : 'U';
+    for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
         *out++ = "0123456789ABCDEF"[code >> shift & 0xF];
     return out;
+}
+
+std::size_t columnsPrinted(char32_t code)
+{
+    if (!isEscaped(code))
+        return columnsOf(code);
+    return code == '\n' ? 2 : 2 + static_cast<std::size_t>(digitsOfEscape(code));
 }
 
 void appendPrintable(std::string& out, std::string_view text)
@@ -220,9 +227,16 @@ void appendPrintable(std::string& out, std::string_view text)
         text.remove_prefix(plain);
         if (text.empty())
             break;
-        std::array<char, 6> shown{};
+        std::array<char, kMostPrinted> shown{};
         out.append(shown.begin(), writePrintable(shown.begin(), takeCharacter(text)));
     }
+}
+
+std::string printable(std::string_view text)
+{
+    std::string shown;
+    appendPrintable(shown, text);
+    return shown;
 }
 
 } // namespace embedded_host::services

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <numeric>
 #include <stdexcept>
 
@@ -35,10 +36,25 @@ struct Written
     std::string language;
     std::string logLevel = "3";
     std::vector<std::string> settings;
+    std::vector<std::string> types;
+    std::vector<std::string> named; ///< tables
 };
 
 constexpr std::array<std::pair<std::string_view, Format>, 3> kFormats = {
     {{"text", Format::Text}, {"json", Format::Json}, {"ndjson", Format::Ndjson}}};
+
+/// The words that users of the field know for groups of structure types.
+const std::pair<const char*, std::vector<std::size_t>> kTypeWords[] = {
+    {"bios", {0, 13}},
+    {"system", {1, 12, 15, 23, 32}},
+    {"baseboard", {2, 10, 41}},
+    {"chassis", {3}},
+    {"processor", {4}},
+    {"memory", {5, 6, 16, 17}},
+    {"cache", {7}},
+    {"connector", {8}},
+    {"slot", {9}},
+};
 
 /// How many letters have to be put in, left out or replaced to make one word the other.
 std::size_t distance(std::string_view a, std::string_view b)
@@ -77,8 +93,6 @@ std::vector<std::string> namesOf(const CLI::Option& option)
 
 std::string complaintAbout(const std::string& argument, const CLI::App& app)
 {
-    if (!argument.starts_with('-'))
-        return message("\"%1\" is not an option, and there is nothing else to name", argument);
     std::vector<std::string> known;
     for (const auto* option : app.get_options())
         std::ranges::move(namesOf(*option), std::back_inserter(known));
@@ -101,6 +115,33 @@ std::string checkLogLevel(const std::string& text)
     return good ? std::string() : message("\"%1\" is not a number from 1 to 5", text);
 }
 
+/// The structure types that a word or a number means; none when it means nothing.
+std::vector<std::size_t> typesMeantBy(const std::string& text)
+{
+    for (const auto& [word, types] : kTypeWords)
+        if (text == word)
+            return types;
+    std::size_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number >= inventory::StructureTypes().size())
+        return {};
+    return {number};
+}
+
+std::string checkType(const std::string& text)
+{
+    if (!typesMeantBy(text).empty())
+        return {};
+    std::vector<std::string> known;
+    std::string words;
+    for (const auto& [word, types] : kTypeWords) {
+        words.append(words.empty() ? "" : ", ").append(word);
+        known.emplace_back(word);
+    }
+    return message("\"%1\" is no structure type; give numbers from 0 to 255 or %2", text, words) +
+           suggestion(text, known);
+}
+
 /// Name and value of NAME=VALUE; an empty name for any other text.
 std::pair<std::string, std::string> splitSetting(const std::string& text)
 {
@@ -116,8 +157,9 @@ std::string checkSetting(const std::string& text)
     return good ? std::string() : message("\"%1\" is not NAME=VALUE", text);
 }
 
-/// All options, in the order and in the groups in which the help shows them.
-void declareOptions(CLI::App& app, Written& written)
+/// All options, in the order and in the groups in which the help shows them. The language counts from the moment at
+/// which it is read: everything else is looked at later.
+void declareOptions(CLI::App& app, Written& written, const Speak& speak)
 {
     app.set_help_flag();
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
@@ -128,13 +170,26 @@ void declareOptions(CLI::App& app, Written& written)
     app.add_option("-o,--output", written.output, translatable("write there instead of standard output"))
         ->option_text("FILE");
     app.add_flag("-d,--details", written.details, translatable("json, ndjson: numbers, the table and its faults too"));
-    app.add_flag("-a,--all", written.all, translatable("text: every tier and the internal properties too"));
-    app.add_option("-l,--language", written.language, translatable("language of names and texts: en, de or zh_CN"))
-        ->option_text("LANG");
+    app.add_flag("-a,--all", written.all, translatable("text: what is unknown, empty or internal too"));
+    app.add_option("-t,--type", written.types, translatable("only these types: 17,4 or memory, slot, cache ..."))
+        ->option_text("TYPE")
+        ->delimiter(',')
+        ->check(checkType, "")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false);
+    app.add_option_function<std::string>(
+           "-l,--language",
+           [&](const std::string& language) {
+               written.language = language;
+               speak(language);
+           },
+           translatable("language of names and texts: en, de or zh_CN"))
+        ->option_text("LANG")
+        ->trigger_on_parse();
     app.add_flag("--catalogue", written.catalogue,
                  translatable("print the property declarations instead of discovering"));
 
-    app.option_defaults()->group(translatable("Settings"));
+    app.option_defaults()->group(translatable("Settings, log and help"));
     app.add_option("-s,--set", written.settings, translatable("set LoadTable, SaveTable, verbose ... for this run"))
         ->option_text("NAME=VALUE")
         ->check(checkSetting, "")
@@ -142,15 +197,15 @@ void declareOptions(CLI::App& app, Written& written)
         ->allow_extra_args(false);
     app.add_option("--settings", written.settingsFile, translatable("read the settings from this file"))
         ->option_text("FILE");
-
     app.add_flag("--tables", written.tables, translatable("with -d -f json: the tables that standard input names"));
-
-    app.option_defaults()->group(translatable("Log and help"));
     app.add_option("--log-level", written.logLevel, translatable("lowest priority that is logged, 1 to 5 (default 3)"))
         ->option_text("N")
         ->check(checkLogLevel, "");
-    app.set_help_flag("-h,--help", translatable("show this help"))->group("Log and help");
+    app.set_help_flag("-h,--help", translatable("show this help"))->group("Settings, log and help");
     app.add_flag("-V,--version", written.version, translatable("show the version"));
+
+    app.option_defaults()->group("");
+    app.add_option("TABLE", written.named)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 /// "  -f, --format FORMAT     text (default), json or ndjson"
@@ -168,7 +223,7 @@ std::string helpLine(const CLI::Option& option)
 
 } // namespace
 
-CommandLine readCommandLine(const std::vector<std::string>& arguments)
+CommandLine readCommandLine(const std::vector<std::string>& arguments, const Speak& speak)
 {
     CommandLine line;
     // What scripts ask first, of thousands of machines; declaring the options would take longer than all the rest.
@@ -179,7 +234,8 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments)
 
     CLI::App app;
     Written written;
-    declareOptions(app, written);
+    declareOptions(app, written, speak);
+
     try {
         app.allow_extras();
         // Without the program's name, the last argument first, as this parser wants them.
@@ -211,6 +267,8 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments)
         throw std::runtime_error(message("--details needs -f json or -f ndjson"));
     if (line.action == Action::Discover && written.tables && !(written.details && line.format == Format::Json))
         throw std::runtime_error(message("--tables needs --details and -f json"));
+    if (line.action == Action::Discover && written.tables && !written.types.empty())
+        throw std::runtime_error(message("--tables prints whole documents; leave out --type"));
     line.details = written.details;
     line.tables = written.tables;
     line.all = written.all;
@@ -222,6 +280,14 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments)
     if (app.count("--settings") != 0)
         line.settings.file = platform::pathFromUtf8(written.settingsFile);
     std::ranges::transform(written.settings, std::back_inserter(line.settings.given), splitSetting);
+    if (written.named.size() > 1)
+        throw std::runtime_error(
+            message("one table is read at a time, not \"%1\" and \"%2\"", written.named[0], written.named[1]));
+    for (auto& table : written.named)
+        line.settings.given.emplace_back("LoadTable", std::move(table));
+    for (const auto& text : written.types)
+        for (const auto type : typesMeantBy(text))
+            line.types.set(type);
     return line;
 }
 
@@ -229,24 +295,25 @@ std::string helpText()
 {
     CLI::App app;
     Written written;
-    declareOptions(app, written);
+    declareOptions(app, written, [](const auto&) {});
 
-    std::string text = message("Usage: %1 [OPTION]...", kModuleName) + "\n" +
-                       message("Prints what this machine is made of, from its SMBIOS table or a saved one.") + "\n";
+    std::string text = message("Usage: %1 [OPTION]... [TABLE]", kModuleName) + "\n" +
+                       message("Prints what this machine is made of, or the one whose saved table is TABLE.") + "\n";
     for (const auto& group : app.get_groups()) {
-        text += "\n" + message(group.c_str()) + ":\n";
+        if (group.empty())
+            continue; // the table
+        text += "\n" + message("%1:", message(group.c_str())) + "\n";
         for (const auto* option : app.get_options([&](const auto* o) { return o->get_group() == group; }))
             text += helpLine(*option);
     }
     constexpr std::pair<const char*, const char*> kExamples[] = {
-        {"--all", translatable("this machine in full; needs root")},
-        {"-f json -o machine.json", translatable("the same for programs, in a file")},
-        {"-s LoadTable=saved.dmi", translatable("a saved table's machine")},
+        {"-t memory", translatable("the memory, module by module; needs root")},
+        {"-f json saved.dmi", translatable("another machine, for programs")},
     };
     text += "\n" + message("Examples:") + "\n";
     for (const auto& [options, meaning] : kExamples) {
         std::string line = std::string("  ") + kModuleName + " " + options;
-        line.resize(46, ' ');
+        line.resize(40, ' ');
         text += line + message(meaning) + "\n";
     }
     return text;

@@ -3,6 +3,7 @@
 
 #include "command_line.h"
 #include "inventory/json_inventory.h"
+#include "inventory/structure_types.h"
 #include "inventory/text_inventory.h"
 #include "lack_of_memory.h"
 #include "many_tables.h"
@@ -10,6 +11,8 @@
 #include "services/localization.h"
 #include "services/logging.h"
 #include "services/messages.h"
+#include "services/utf8.h"
+#include "table/library.h"
 #include "writing/output.h"
 
 #include <cstdio>
@@ -28,7 +31,25 @@ session::CommandLine& commandLine()
     return current;
 }
 
-[[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
+/// Sentences quote file names and arguments, which terminals shall not obey either.
+[[noreturn]] void fail(const std::string& sentence)
+{
+    throw orb5::OrbException(lum::String(services::printable(sentence)));
+}
+
+/// What the table has that no device was made of, of the types that are wanted.
+inventory::WithoutDevice withoutDevice(const inventory::StructureTypes& wanted)
+{
+    constexpr unsigned char kEnd = 127; // every table has one
+    inventory::WithoutDevice others;
+    for (const auto& structure : table::structuresWithoutDevice()) {
+        if (structure.type == kEnd || (wanted.any() && !wanted.test(structure.type)))
+            continue;
+        ++others.structures;
+        others.types.set(structure.type);
+    }
+    return others;
+}
 
 void printInventory(const session::CommandLine& line, writing::Output& output)
 {
@@ -39,17 +60,21 @@ void printInventory(const session::CommandLine& line, writing::Output& output)
         return;
     }
     if (line.format == session::Format::Text) {
-        inventory::Looks looks;
-        if (const auto terminal = line.output ? std::nullopt : platform::terminal())
-            looks = {terminal->columns, terminal->colours};
-        inventory::TextInventory text(output, line.all ? inventory::Detail::All : inventory::Detail::Usual, looks);
+        inventory::Looks looks{.ascii = !platform::showsUtf8()};
+        if (const auto terminal = line.output ? std::nullopt : platform::terminal()) {
+            looks.columns = terminal->columns;
+            looks.colours = terminal->colours;
+        }
+        using inventory::Detail;
+        inventory::TextInventory text(output, line.all ? Detail::All : Detail::Usual, looks, line.types);
         discover(line.settings, text);
-        text.end();
+        text.end(withoutDevice(line.types));
     } else {
         using Layout = inventory::JsonInventory::Layout;
         inventory::JsonInventory json(output, line.format == session::Format::Json ? Layout::Document : Layout::Lines,
                                       {line.details, std::nullopt});
-        discover(line.settings, json);
+        inventory::TypeFilter wanted(json, line.types);
+        discover(line.settings, wanted);
         json.end();
     }
 }
@@ -91,7 +116,7 @@ void SysInfoModule::setCmdLineArgs(int argc, const char* const* argv)
     platform::prepareStreams();
     try {
         services::speak(platform::userLanguage()); // for what may be said of the command line
-        auto line = session::readCommandLine(platform::utf8Arguments(argc, argv));
+        auto line = session::readCommandLine(platform::utf8Arguments(argc, argv), services::speak);
         lum::LogFactory::setPriority(line.logLevel);
         const auto language = line.language.value_or(platform::userLanguage());
         if (!services::speak(language))
@@ -111,7 +136,11 @@ int SysInfoModule::start()
             line.output ? writing::fileOutput(platform::pathFromUtf8(*line.output)) : writing::standardOutput();
         print(line, *output);
         output->finish();
+    } catch (const orb5::OrbException& exception) {
+        fail(std::string(exception.toString().lumString().bytes())); // as it may be shown
     } catch (const std::system_error& error) {
+        if (!line.output && error.code() == std::errc::broken_pipe)
+            return 0; // whoever read has seen enough
         const auto name = line.output.value_or(services::message("standard output"));
         const auto sentence = services::message("cannot write %1: %2", name, services::reason(error));
         // What the caller prints of the exception is lost with the rest of a broken standard output.

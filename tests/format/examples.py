@@ -19,7 +19,7 @@ for tool in ("jq", "sqlite3"):
         sys.exit(77)
 
 examples = re.findall(r"```sh\n(.*?)```\n(?:```text\n(.*?)```\n)?", document.read_text(), re.DOTALL)
-environment = {"PATH": f"{program.parent}:{os.environ['PATH']}", "LC_ALL": "C", "XDG_CONFIG_HOME": "/nonexistent"}
+environment = {"PATH": f"{program.parent}:{os.environ['PATH']}", "LC_ALL": "C.UTF-8", "XDG_CONFIG_HOME": "/nonexistent"}
 faults = [] if examples else ["the document has no examples"]
 with tempfile.TemporaryDirectory() as folder:
     for table in tables.glob("*.dmi"):

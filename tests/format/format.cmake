@@ -9,4 +9,6 @@ add_test(NAME format-documents COMMAND ${CMAKE_CURRENT_LIST_DIR}/documents.py
     ${CMAKE_BINARY_DIR}/share ${PROJECT_SOURCE_DIR}/../shared/tables)
 add_test(NAME format-examples COMMAND ${CMAKE_CURRENT_LIST_DIR}/examples.py
     $<TARGET_FILE:zorpsysinfosmbios2> ${PROJECT_SOURCE_DIR}/docs/inventory-format.md ${CMAKE_BINARY_DIR}/share)
-set_tests_properties(format-documents format-examples PROPERTIES SKIP_RETURN_CODE 77)
+add_test(NAME readme-examples COMMAND ${CMAKE_CURRENT_LIST_DIR}/examples.py
+    $<TARGET_FILE:zorpsysinfosmbios2> ${PROJECT_SOURCE_DIR}/README.md ${CMAKE_BINARY_DIR}/share)
+set_tests_properties(format-documents format-examples readme-examples PROPERTIES SKIP_RETURN_CODE 77)

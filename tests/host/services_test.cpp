@@ -41,12 +41,24 @@ TEST(Utf8, WhatIsIllFormedIsReplacedAndWhatTerminalsObeyIsEscaped)
         {"\xF4\x90\x80\x80", "\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"\x80\xBF", "\uFFFD\uFFFD"},
         {"\xF0\x9F\x98\x80", "\U0001F600"},
+        {"a\u200B\u00ADb\uFEFF\u2066\u180E\U000E0041", R"(a\u200B\xADb\uFEFF\u2066\u180E\U000E0041)"},
     };
     for (const auto& [text, expected] : cases) {
         std::string shown;
         embedded_host::services::appendPrintable(shown, text);
         EXPECT_EQ(shown, expected);
     }
+}
+
+TEST(Utf8, ColumnsAreAsTerminalsCountThem)
+{
+    const std::pair<const char*, std::size_t> cases[] = {
+        {"ASCII", 5},      {"Büro", 4},    {"中文", 4},         {"ＡＢ", 4},
+        {"ｱ", 1},          {"e\u0301", 1}, {"한", 2},           {"\u1112\u1161\u11AB", 2},
+        {"\U0001F600", 2}, {"│", 1},       {"\u0E01\u0E34", 1},
+    };
+    for (const auto& [text, columns] : cases)
+        EXPECT_EQ(embedded_host::services::columnsOf(text), columns) << text;
 }
 
 TEST(Values, BooleanTexts)

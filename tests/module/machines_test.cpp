@@ -19,6 +19,7 @@ using embedded_host::inventory::Looks;
 using embedded_host::inventory::TextInventory;
 using tests::byte;
 using tests::word;
+using zorpsysinfosmbios2::dword;
 
 const std::filesystem::path kMachines = TESTS_FOLDER "/machines";
 
@@ -62,15 +63,42 @@ TEST(Text, LongValuesAreWrappedAtTheTerminalsWidth)
         .string("Donaudampfschifffahrtsgesellschaft")
         .string("\xE4\xB8\xAD\xE6\x96\x87\xE5\xAD\x97\xE7\xAC\xA6\xE4\xB8\xAD\xE6\x96\x87\xE5\xAD\x97\xE7\xAC\xA6"
                 "\xE4\xB8\xAD\xE6\x96\x87\xE5\xAD\x97");
-    EXPECT_EQ(textOf(table.dump64(3, 2, 0), {1, false}), "SMBIOS  3.2.0\n"
-                                                         "│  SMBIOS version  3.2.0\n"
+    EXPECT_EQ(textOf(table.dump64(3, 2, 0), {1, false}), "SMBIOS\n"
+                                                         "│    3.2.0\n"
                                                          "└─ OEM Strings\n"
                                                          "      Strings  one two three four\n"
                                                          "               five six seven\n"
                                                          "               Donaudampfschifffahr\n"
                                                          "               tsgesellschaft\n"
                                                          "               中文字符中文字符中文\n"
-                                                         "               字\n");
+                                                         "               字\n"
+                                                         "5 lines not shown\n"
+                                                         "(--all)\n");
+}
+
+TEST(Text, MemoryArraysTellWhatIsInThem)
+{
+    tests::TableBuilder table;
+    std::uint16_t module = 0x0100;
+    const auto array = [&](std::uint16_t handle, std::uint32_t maximum, std::initializer_list<unsigned> sizes) {
+        table.add(16, handle, 0x0F).put(byte(0x05), 3).put(dword(0x07), maximum).put(word(0x0D), 4);
+        for (const unsigned size : sizes)
+            table.add(17, module++, 0x15).put(word(0x04), handle).put(word(0x0C), static_cast<std::uint16_t>(size));
+    };
+    array(0x0001, 0x2000000, {0x2000, 0, 0x1000, 0x8400});
+    array(0x0002, 0x2000000, {0x2000, 0xFFFF});
+    array(0x0003, 0, {0, 0});
+    array(0x0004, 0x100000, {});
+    std::istringstream lines(textOf(table.dump64(3, 2, 0)));
+    std::vector<std::string> arrays;
+    for (std::string line; std::getline(lines, line);)
+        if (const auto found = line.find("Memory Array"); found != std::string::npos)
+            arrays.push_back(line.substr(found));
+    EXPECT_EQ(arrays,
+              (std::vector<std::string>{"Memory Array  System memory, 12.03 GB in 3 of 4 sockets, at most 32 GB",
+                                        "Memory Array  System memory, 2 of 2 sockets in use, at most 32 GB",
+                                        "Memory Array  System memory, 0 of 2 sockets in use",
+                                        "Memory Array  System memory, 4 sockets, at most 1 GB"}));
 }
 
 TEST(Text, ColoursChangeNothingElse)

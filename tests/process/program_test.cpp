@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -75,7 +76,7 @@ Bytes boastfulBoards(unsigned count)
     return table.end().structures();
 }
 
-constexpr unsigned kManyBoards = 8000; ///< whose text is more than the program keeps in memory
+constexpr unsigned kManyBoards = 1000; ///< whose text is more than the program keeps in memory
 
 rapidjson::Document parsed(const std::string& text)
 {
@@ -224,7 +225,7 @@ TEST(Memory, StaysWithinASmallMultipleOfTheTable)
 {
     const TemporaryFolder folder;
     const auto large = folder.file("large", largeTable()).string();
-    const auto boastful = folder.file("boastful", boastfulBoards(2 * kManyBoards)).string();
+    const auto boastful = folder.file("boastful", boastfulBoards(16 * kManyBoards)).string();
     const struct
     {
         std::string table;
@@ -246,7 +247,7 @@ TEST(Memory, WhatDoesNotFitIsKeptInAFile)
 {
     const TemporaryFolder folder;
     const auto options = [&](std::int64_t boards) {
-        return "-s LoadTable=" + folder.file("t", boastfulBoards(static_cast<unsigned>(boards))).string();
+        return "--all -s LoadTable=" + folder.file("t", boastfulBoards(static_cast<unsigned>(boards))).string();
     };
     const auto lines = [&](std::int64_t boards) {
         const auto text = program(options(boards)).output;
@@ -283,7 +284,12 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
     const std::pair<std::string, const char*> cases[] = {
         {"--nonsense", "no option --nonsense ("},
         {"--formt json", "no option --formt; did you mean --format?"},
-        {"stray", "stray"},
+        {"--nonsense -al de", "es gibt keine Option --nonsense ("},
+        {"--language=zh_CN -f xml", "“xml”"},
+        {"-l de --settings /nonexistent\x1B.ini", "/nonexistent\\x1B.ini: Datei"},
+        {"one two", "not \"one\" and \"two\""},
+        {"-t 256", "\"256\" is no structure type"},
+        {"-t 17,memry", "did you mean memory?"},
         {"-f xml", "xml"},
         {"-f jsn", "did you mean json?"},
         {"-o", "--output needs a value"},
@@ -325,7 +331,7 @@ TEST(CommandLine, HelpAndVersion)
             EXPECT_LE(embedded_host::services::columnsOf(line), 80u) << line;
             examples += line.starts_with("  zorpsysinfosmbios2 ") ? 1u : 0u;
         }
-        EXPECT_EQ(examples, 3u);
+        EXPECT_EQ(examples, 2u);
     }
     EXPECT_EQ(program("-h").output, program("--help").output);
     for (const char* option : {"-V", "--version"})
@@ -488,16 +494,25 @@ TEST(Output, ABrokenStandardOutputIsToldOnStandardError)
 {
     const TemporaryFolder folder;
     const auto large = "-f json -s LoadTable=" + folder.file("t", largeTable()).string();
-    const std::pair<std::string, const char*> cases[] = {{large + " >/dev/full", "No space left on device"},
-                                                         {"--version >/dev/full", "No space left on device"},
-                                                         {"--version >&-", "Bad file descriptor"},
-                                                         {large + " | true", "Broken pipe"}};
+    const std::pair<std::string, const char*> cases[] = {
+        {large + " >/dev/full", "No space left on device"},
+        {"--version >/dev/full", "No space left on device"},
+        {"--version >&-", "Bad file descriptor"},
+    };
     for (const auto& [command, reason] : cases) {
         const auto run = program(command);
         EXPECT_NE(run.log.find("[5] output: cannot write standard output: " + std::string(reason)), std::string::npos)
             << run.log;
         EXPECT_EQ(run.exitCode, 0);
     }
+}
+
+TEST(Output, AReaderWhoHasSeenEnoughIsNoFault)
+{
+    const TemporaryFolder folder;
+    const auto run = program("-f json " + folder.file("t", largeTable()).string() + " | true");
+    EXPECT_EQ(run.log.find("output"), std::string::npos) << run.log;
+    EXPECT_EQ(run.exitCode, 0);
 }
 
 TEST(Language, AnUnknownOneIsEnglish)
@@ -539,16 +554,50 @@ TEST(Text, ColoursAndWidthAreATerminals)
     EXPECT_EQ(program(sample("")).output.find('\x1B'), std::string::npos);
 }
 
-TEST(Text, ShowsTiersAsAsked)
+TEST(Text, AllShowsWhatTheLastLineCounts)
 {
-    const auto usual = program(sample("")).output;
-    const auto all = program(sample("--all")).output;
-    for (const char* tier12 : {"    Locator ", "    Chemistry "})
-        EXPECT_NE(usual.find(tier12), std::string::npos) << tier12;
-    for (const char* other : {"    Structure type ", "    Socket populated ", "    Device set "}) {
+    const auto usual = program(kSample).output;
+    const auto all = program(kSample + " --all").output;
+    for (const char* other : {"    Structure type ", "    Socket populated ", "    Device set ", "    Size    "}) {
         EXPECT_EQ(usual.find(other), std::string::npos) << other;
         EXPECT_NE(all.find(other), std::string::npos) << other;
     }
+    const auto lines = [](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); };
+    EXPECT_NE(usual.find("\n" + std::to_string(lines(all) - lines(usual)) + " lines not shown (--all); 5 structures "),
+              std::string::npos)
+        << "both have a last line";
+}
+
+TEST(Types, RestrictEveryForm)
+{
+    const auto memory = program(kSample + " -t memory").output;
+    EXPECT_NE(memory.find("|- Memory Device  DIMM A2, empty\n"), std::string::npos);
+    EXPECT_EQ(memory.find("Processor"), std::string::npos);
+    const auto battery = program(kSample + " -t 22 --all").output;
+    EXPECT_NE(battery.find("\n`- Group  Service panel\n   |- Battery  "), std::string::npos) << "the way to the root";
+    EXPECT_EQ(battery.find("Group name"), std::string::npos);
+
+    const auto types = [](const std::string& arguments) {
+        std::multiset<int> found;
+        const auto document = parsed(program(kSample + " -f json " + arguments).output);
+        for (const auto& device : document["devices"].GetArray())
+            found.insert(device["properties"]["smbios2_hdr_type"].GetInt());
+        return found;
+    };
+    EXPECT_EQ(types("-t 4,22"), (std::multiset<int>{4, 4, 22, 22}));
+    EXPECT_EQ(types("-t processor -t 22"), (std::multiset<int>{4, 4, 22, 22}));
+    EXPECT_EQ(types("-t 200"), std::multiset<int>()) << "no fault";
+    EXPECT_EQ(program(std::string(MACHINES_FOLDER "/sample_dell.dmi") + " -f ndjson -t 208").output.find("t17_"),
+              std::string::npos);
+
+    const TemporaryFolder folder;
+    TableBuilder table;
+    table.add(200, 0x0001, 0x06);
+    table.add(201, 0x0002, 0x06);
+    const auto file = folder.file("t", table.dump64(3, 2, 0)).string();
+    EXPECT_EQ(program(file).output,
+              "SMBIOS  3.2.0\n2 lines not shown (--all); 2 structures have no device: types 200, 201\n");
+    EXPECT_EQ(program(file + " -t 200").output, "SMBIOS  3.2.0\n1 structure has no device: type 200\n");
 }
 
 TEST(Saving, OthersReadASavedTableAsTheOriginal)

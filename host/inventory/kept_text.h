@@ -1,0 +1,51 @@
+// A long text that is written first and read afterwards, piece by piece.
+#pragma once
+
+#include "platform/files.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace embedded_host::inventory
+{
+
+/// The start is held in memory; the rest, which no real machine has, in a temporary file, so that memory stays small
+/// however long the text is.
+class KeptText
+{
+public:
+    /// The most that is held in memory, in bytes: the text form of 200 usual machines.
+    static constexpr std::size_t kMostInMemory = 0x100000;
+
+    /// Writes behind what was written before. All writing comes before any reading. Throws orb5::OrbException when
+    /// there is no room, as reading does when the file fails.
+    void append(std::string_view bytes);
+
+    /// How much was written.
+    std::uint64_t size() const { return size_; }
+
+    /// So many bytes from the offset on, valid until the next call.
+    std::string_view read(std::uint64_t offset, std::size_t count);
+
+private:
+    static constexpr std::size_t kPage = 0x4000;
+    using Page = std::array<char, kPage>;
+
+    void flush();
+    void copyTo(char* to, std::uint64_t offset, std::size_t count);
+
+    std::uint64_t size_ = 0;
+    std::vector<std::unique_ptr<Page>> pages_;    ///< in memory
+    std::string pending_;                         ///< for the file
+    std::optional<platform::TemporaryFile> file_; ///< what is behind the pages
+    std::uint64_t windowAt_ = 0;                  ///< where in the file the window was read
+    std::string window_;                          ///< of the file
+    std::string assembled_;                       ///< what was read last, unless it lies in one page
+};
+
+} // namespace embedded_host::inventory
