@@ -25,6 +25,13 @@ else()
     install(FILES man/zorpsysinfosmbios2.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     install(FILES completions/zorpsysinfosmbios2.bash RENAME zorpsysinfosmbios2
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES man/zorpinventory.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${CMAKE_BINARY_DIR}/completions/zorpinventory.bash RENAME zorpinventory
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+    install(FILES ${CMAKE_BINARY_DIR}/completions/_zorpinventory DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+    install(FILES ${CMAKE_BINARY_DIR}/completions/zorpinventory.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+    install(TARGETS zorpinventory DESTINATION ${program_folder})
     install(FILES completions/_zorpsysinfosmbios2 DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
     install(FILES completions/zorpsysinfosmbios2.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()

@@ -34,6 +34,19 @@ bool showsUtf8();
 /// The folders that may hold settings, the user's before the system's.
 std::vector<std::filesystem::path> configurationFolders();
 
+/// Where the running program is; empty when the system does not tell.
+std::filesystem::path ownProgram();
+
+/// The folders in which the system looks for programs, in this order.
+std::vector<std::filesystem::path> programFolders();
+
+/// What the names of programs end in.
+#ifdef _WIN32
+inline constexpr const char* kProgramEnding = ".exe";
+#else
+inline constexpr const char* kProgramEnding = "";
+#endif
+
 /// The user's language as the system names it ("de_DE.UTF-8", "zh-CN", "C"); empty when it says nothing.
 std::string userLanguage();
 

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sstream>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -73,6 +74,21 @@ std::vector<std::filesystem::path> configurationFolders()
     else if (const auto home = variable("HOME"); !home.empty())
         folders.emplace_back(home + "/.config");
     folders.emplace_back("/etc");
+    return folders;
+}
+
+std::filesystem::path ownProgram()
+{
+    std::error_code unknown;
+    return std::filesystem::read_symlink("/proc/self/exe", unknown);
+}
+
+std::vector<std::filesystem::path> programFolders()
+{
+    std::vector<std::filesystem::path> folders;
+    std::istringstream path(variable("PATH"));
+    for (std::string folder; std::getline(path, folder, ':');)
+        folders.emplace_back(folder.empty() ? "." : folder);
     return folders;
 }
 

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
+#include <sstream>
 
 #include <windows.h>
 
@@ -73,6 +74,25 @@ std::vector<std::filesystem::path> configurationFolders()
     std::vector<std::filesystem::path> folders;
     for (const wchar_t* name : {L"APPDATA", L"ProgramData"})
         if (const wchar_t* folder = _wgetenv(name); folder != nullptr)
+            folders.emplace_back(folder);
+    return folders;
+}
+
+std::filesystem::path ownProgram()
+{
+    constexpr DWORD kLongestPath = 0x8000;
+    std::wstring path(kLongestPath, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), kLongestPath));
+    return path;
+}
+
+std::vector<std::filesystem::path> programFolders()
+{
+    std::vector<std::filesystem::path> folders;
+    const wchar_t* path = _wgetenv(L"PATH");
+    std::wistringstream parts(path == nullptr ? L"" : path);
+    for (std::wstring folder; std::getline(parts, folder, L';');)
+        if (!folder.empty())
             folders.emplace_back(folder);
     return folders;
 }

@@ -23,6 +23,8 @@ bool speak(const std::string& wanted)
     return name.empty() || name == "C" || name == "POSIX";
 }
 
+const std::string& language() { return lum::LumLocale::getGlobalLocale().language(); }
+
 } // namespace embedded_host::services
 
 namespace lum

@@ -10,4 +10,7 @@ namespace embedded_host::services
 /// English. Returns whether it is the one that was wanted.
 bool speak(const std::string& wanted);
 
+/// The language that is spoken: "de".
+const std::string& language();
+
 } // namespace embedded_host::services

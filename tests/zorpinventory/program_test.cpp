@@ -1,0 +1,137 @@
+// The program as users run it: sources, exit codes, and what stands on which output.
+#include "documents.h"
+#include "support/recorded_session.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+namespace
+{
+
+using tests::TemporaryFolder;
+
+struct Outcome
+{
+    int exitCode;
+    std::string output;
+    std::string errors;
+};
+
+Outcome shell(const std::string& command)
+{
+    const TemporaryFolder folder;
+    const int status =
+        std::system(("(" + command + ") >" + (folder / "out").string() + " 2>" + (folder / "err").string()).c_str());
+    const auto content = [&](const char* name) {
+        const auto bytes = tests::readBytes(folder / name);
+        return std::string(bytes.begin(), bytes.end());
+    };
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content("out"), content("err")};
+}
+
+Outcome program(const std::string& arguments)
+{
+    return shell("XDG_CONFIG_HOME=/nonexistent LC_ALL=C " ZORPINVENTORY " " + arguments);
+}
+
+/// A copy of the program in a folder without the module's program, which a script may take the place of.
+Outcome programBeside(const std::string& script, const std::string& arguments)
+{
+    const TemporaryFolder folder;
+    std::filesystem::copy(ZORPINVENTORY, folder / "zorpinventory");
+    if (!script.empty()) {
+        const auto path = folder.file("zorpsysinfosmbios2", "#!/bin/sh\n" + script + "\n");
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    }
+    return shell("PATH=/nonexistent LC_ALL=C " + (folder / "zorpinventory").string() + " " + arguments);
+}
+
+TEST(Inventory, EverySourceTellsTheSameMachine)
+{
+    tests::TableBuilder table;
+    table.add(1, 0x0001, 0x1B).text(0x04, "Halvard").text(0x05, "Kvitnes").text(0x07, "HI-1");
+    table.end();
+    const TemporaryFolder folder;
+    const auto expected = "System          Halvard Kvitnes, serial HI-1\n";
+    for (const auto& [name, bytes] : table.layouts()) {
+        const auto path = folder.file(name, bytes).string();
+        EXPECT_EQ(program(path).output, expected) << name;
+    }
+    const auto dump = folder.file("dump", table.dump64(3, 0, 0)).string();
+    const auto document = (folder / "document").string();
+    ASSERT_EQ(shell(MODULE_PROGRAM " -d -f json -l en -s LoadTable=" + dump + " -o " + document).exitCode, 0);
+    EXPECT_EQ(program(document).output, expected);
+    EXPECT_EQ(program("- <" + document).output, expected);
+    EXPECT_EQ(program("diff " + dump + " " + document).exitCode, 0);
+    EXPECT_EQ(program("diff - " + dump + " <" + document).output, "no changes\n");
+}
+
+TEST(Inventory, TheExitCodeTellsWhetherSomethingDiffers)
+{
+    tests::Machine machine;
+    const TemporaryFolder folder;
+    const auto a = folder.file("a", machine.table()).string();
+    machine.dimms[1].serial.clear();
+    const auto b = folder.file("b", machine.table()).string();
+    const auto run = program("diff " + a + " " + b);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output, "− Memory Device  A2, 16 GB, DDR4  serial 5E0082D1\n1 change\n");
+    EXPECT_EQ(program("diff " + a + " " + b + " -o /dev/full").exitCode, 2);
+    EXPECT_EQ(shell("(LC_ALL=C " ZORPINVENTORY " diff -f json --all " + a + " " + b + "; echo $? >&2) | :").errors,
+              "0\n")
+        << "a reader that goes away is no fault";
+}
+
+TEST(Inventory, HostileTextsDoNotReachATerminal)
+{
+    tests::Machine machine;
+    machine.dimms[0].locator = "A\x1B[2J\x07";
+    const TemporaryFolder folder;
+    const auto a = folder.file("a", machine.table()).string();
+    machine.dimms[0].serial.clear();
+    const auto b = folder.file("b", machine.table()).string();
+    for (const auto& arguments : {"summary " + a, "diff " + a + " " + b, "diff -f json " + a + " " + b}) {
+        const auto run = program(arguments);
+        EXPECT_NE(run.output.find("[2J"), std::string::npos) << arguments << run.output;
+        EXPECT_EQ(run.output.find_first_of("\x1B\x07"), std::string::npos);
+    }
+}
+
+TEST(Inventory, WhatCannotBeDoneIsOneSentenceAndExitCode2)
+{
+    const TemporaryFolder folder;
+    const auto pipe = (folder / "pipe").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const auto dump = folder.file("dump", tests::Machine().table()).string();
+    const std::pair<Outcome, std::string> cases[] = {
+        {program("/nonexistent"), "cannot read /nonexistent: No such file or directory"},
+        {program(pipe), "cannot read " + pipe + ": it is neither a file nor a folder; name - for standard input"},
+        {program("diff - -"), "standard input can be read once only; name a file for A or B"},
+        {program("- </dev/null"), "cannot read standard input: it is empty"},
+        {program(dump + " -o /nonexistent/x"), "cannot write /nonexistent/x: No such file or directory"},
+        {programBeside("", dump), "zorpsysinfosmbios2 is neither beside this program nor in PATH; install it there"},
+        {programBeside("kill -9 $$", dump), "zorpsysinfosmbios2 ended with code 9 before it was done"},
+        {programBeside("exit 3", dump), "zorpsysinfosmbios2 ended with code 3 before it was done"},
+        {programBeside("echo 'OrbException: no'", dump), "zorpsysinfosmbios2 says: no"},
+        {programBeside("printf '{\"format\":'", dump),
+         "cannot read what zorpsysinfosmbios2 printed: it ends in the middle, at byte 10; write it again with -o"},
+    };
+    for (const auto& [run, sentence] : cases) {
+        EXPECT_EQ(run.errors, "zorpinventory: " + sentence + "\n");
+        EXPECT_EQ(run.exitCode, 2) << sentence;
+        EXPECT_EQ(run.output, "") << sentence;
+    }
+    // What is no table is told by the module first.
+    for (const auto& source : {folder.path().string(), folder.file("rubbish", std::string_view("rubbish")).string()}) {
+        const auto run = program(source);
+        EXPECT_TRUE(
+            run.errors.ends_with("zorpinventory: no SMBIOS table can be read from " + source + ", as said above\n"))
+            << run.errors;
+        EXPECT_EQ(run.exitCode, 2);
+        EXPECT_EQ(run.output, "");
+    }
+}
+
+} // namespace

@@ -1,0 +1,106 @@
+// The help, laid out from the declarations.
+#include "command.h"
+
+#include "services/utf8.h"
+
+#include <algorithm>
+
+namespace zorpinventory::commandline
+{
+
+namespace
+{
+
+using embedded_host::services::columnsOf;
+using embedded_host::services::message;
+
+constexpr std::size_t kColumns = 80;
+constexpr std::size_t kExplanations = 26; ///< where they begin
+
+/// A row of two columns; the second goes on below itself where the line is full.
+std::string row(std::string left, const std::string& right)
+{
+    left.insert(0, "  ");
+    std::size_t used = columnsOf(left);
+    std::string text = std::move(left);
+    const auto indent = [&] {
+        text.append(kExplanations - std::min(used, kExplanations - 2), ' ');
+        used = std::max(used + 2, kExplanations);
+    };
+    indent();
+    std::string_view rest = right;
+    while (!rest.empty()) {
+        // Scripts without blanks may go on anywhere.
+        const auto blank = std::min(rest.find(' '), rest.size());
+        std::string_view word = rest.substr(0, blank);
+        if (columnsOf(word) > kColumns - kExplanations) {
+            word = rest;
+            embedded_host::services::takeCharacter(word);
+            word = rest.substr(0, rest.size() - word.size());
+        }
+        if (used + columnsOf(word) > kColumns) {
+            text.erase(text.find_last_not_of(' ') + 1);
+            text += '\n';
+            used = 0;
+            indent();
+        }
+        text += word;
+        used += columnsOf(word);
+        rest.remove_prefix(word.size());
+        if (!rest.empty() && rest.front() == ' ') {
+            rest.remove_prefix(1);
+            if (used + 1 < kColumns) {
+                text += ' ';
+                ++used;
+            }
+        }
+    }
+    while (text.ends_with(' '))
+        text.pop_back();
+    return text + "\n";
+}
+
+std::string optionRow(const Option& option)
+{
+    std::string left = option.names;
+    if (left.starts_with("--"))
+        left.insert(0, "    ");
+    if (!option.isFlag())
+        left += std::string(" ") + option.value;
+    auto says = message(option.says);
+    if (option.completes == Completes::Choices)
+        says += ": " + std::string(option.choices);
+    return row(left, says);
+}
+
+} // namespace
+
+std::string help(std::span<const Command> commands, const Command* command)
+{
+    std::string text;
+    if (command == nullptr) {
+        text = message("Usage: zorpinventory [COMMAND] [SOURCE]... [OPTION]...") + "\n" +
+               message("Tells what a machine is made of, and what changed.") + "\n\n" + message("Commands:") + "\n";
+        for (const auto& each : commands)
+            text += row(std::string(each.name) + " " + each.sources, message(each.says));
+        text += "\n" + message("A source is:") + "\n";
+        text += row(message("(nothing)"), message("this machine; reading its table needs root"));
+        text += row("machine.dmi", message("a saved table in any layout, or a folder with one"));
+        text += row("machine.json", message("what zorpsysinfosmbios2 -f json has written, best with --details"));
+        text += row("-", message("the same on standard input"));
+        text += "\n" + message("zorpinventory COMMAND --help tells of a command's options.") + "\n";
+        return text;
+    }
+    text = message("Usage: zorpinventory %1 %2 [OPTION]...", command->name, command->sources) + "\n" +
+           message(command->says) + "\n\n" + message("Options:") + "\n";
+    for (const auto& option : command->options)
+        text += optionRow(option);
+    text += optionRow(kHelp) + optionRow(kVersion);
+    text += "\n" + message("Exit code:") + "\n" + row("0", message(command->good));
+    if (*command->otherwise != '\0')
+        text += row("1", message(command->otherwise));
+    text += row("2", message("it could not be done; one sentence on standard error says why"));
+    return text;
+}
+
+} // namespace zorpinventory::commandline

@@ -1,0 +1,53 @@
+// What all commands share.
+#include "commands.h"
+
+#include "document/problem.h"
+#include "platform/files.h"
+#include "platform/surroundings.h"
+#include "services/utf8.h"
+
+#include <cstdio>
+
+namespace zorpinventory::commands
+{
+
+using embedded_host::services::message;
+
+std::span<const commandline::Command> all()
+{
+    static const commandline::Command kAll[] = {kSummary, kDiff};
+    return kAll;
+}
+
+void write(const commandline::Arguments& arguments, const std::function<void(embedded_host::writing::Output&)>& say)
+{
+    using namespace embedded_host;
+    const auto file = arguments.value(commandline::kOutput.key());
+    try {
+        const auto output = file ? writing::fileOutput(platform::pathFromUtf8(*file)) : writing::standardOutput();
+        say(*output);
+        output->finish();
+    } catch (const std::system_error& error) {
+        if (!file && error.code() == std::errc::broken_pipe)
+            throw ReaderGone();
+        throw Problem(
+            message("cannot write %1: %2", file.value_or(message("standard output")), services::reason(error)));
+    }
+}
+
+void note(const std::string& sentence)
+{
+    std::string line = "zorpinventory: ";
+    embedded_host::services::appendPrintable(line, sentence);
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+tell::Looks looks(const commandline::Arguments& arguments)
+{
+    const auto terminal =
+        arguments.has(commandline::kOutput.key()) ? std::nullopt : embedded_host::platform::terminal();
+    return terminal ? tell::Looks{terminal->columns, terminal->colours} : tell::Looks();
+}
+
+} // namespace zorpinventory::commands

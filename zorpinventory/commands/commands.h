@@ -1,0 +1,36 @@
+// The commands, one file for each: its declaration and its run.
+#pragma once
+
+#include "commandline/command.h"
+#include "tell/texts.h"
+#include "writing/output.h"
+
+#include <exception>
+#include <functional>
+#include <span>
+
+namespace zorpinventory::commands
+{
+
+/// All commands; the first is meant where none is named.
+std::span<const commandline::Command> all();
+
+extern const commandline::Command kSummary;
+extern const commandline::Command kDiff;
+
+/// Whoever read standard output has gone away, which is no fault.
+struct ReaderGone : std::exception
+{
+};
+
+/// Writes what a command has to say to standard output, or to the file that was named: whole, or not at all. Throws
+/// Problem, or ReaderGone.
+void write(const commandline::Arguments& arguments, const std::function<void(embedded_host::writing::Output&)>& say);
+
+/// Tells on standard error what a user should know of a result, without control characters from outside.
+void note(const std::string& sentence);
+
+/// How the place looks where `write` writes.
+tell::Looks looks(const commandline::Arguments& arguments);
+
+} // namespace zorpinventory::commands

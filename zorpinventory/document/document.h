@@ -1,0 +1,121 @@
+// The inventory of one machine, as a JSON document of zorpsysinfosmbios2 tells it.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace zorpinventory::document
+{
+
+/// A number as JSON writes it; never rounded.
+struct Numeral
+{
+    std::string_view digits;
+
+    bool operator==(const Numeral&) const = default;
+};
+
+/// A number with its unit, and the text that people read.
+struct Measurement
+{
+    Numeral value;
+    std::string_view unit; ///< "BYTES"
+    std::string_view text; ///< "40 B"
+};
+
+using Texts = std::span<const std::string_view>;
+
+/// What a device says of one of its properties.
+using Value = std::variant<std::string_view, Numeral, bool, Texts, Measurement>;
+
+/// What a property's text was made from. Only documents with details have it.
+struct Number
+{
+    enum class Kind { Amount, Code, Codes };
+
+    Kind kind = Kind::Amount;
+    Numeral value;                  ///< of an amount or a code
+    std::string_view unit;          ///< of an amount, empty for none: "HERTZ"
+    std::span<const Numeral> codes; ///< of codes, one for each element of the list
+
+    bool operator==(const Number& other) const;
+};
+
+struct Property
+{
+    std::string_view name; ///< "t17_serial"
+    Value value;
+    const Number* number = nullptr; ///< null where the document has none
+};
+
+/// A child that a device names on a bus.
+struct ChildLink
+{
+    std::string_view bus;
+    std::optional<std::string_view> id; ///< none where the document has null
+};
+
+/// What a device is, beyond the types of the standard.
+inline constexpr unsigned kRootType = 256;
+inline constexpr unsigned kGroupType = 257; ///< gathers other devices; no structure stands behind it
+
+struct Device
+{
+    std::string_view uid;
+    std::string_view name;
+    unsigned type = kGroupType; ///< the structure's type, or one of those above
+    std::vector<ChildLink> children;
+    std::span<const Property> properties;
+
+    /// Null when the device does not have the property.
+    const Property* find(std::string_view property) const;
+
+    /// The property as one text without the blanks around it; empty when the device does not have it.
+    std::string_view text(std::string_view property) const;
+
+    /// The property's number, or the number that it is; nothing where the document does not tell it.
+    std::optional<double> number(std::string_view property) const;
+};
+
+/// A machine. All texts in it live as long as it does.
+class Document
+{
+public:
+    Document() = default;
+    Document(Document&&) = default;
+    Document& operator=(Document&&) = default;
+
+    const std::vector<Device>& devices() const { return devices_; }
+
+    /// Whether numbers stand beside texts.
+    bool detailed() const { return detailed_; }
+
+private:
+    friend class Reader;
+
+    std::string bytes_; ///< the document itself: texts are views of it
+    std::vector<Device> devices_;
+    std::vector<Property> properties_;
+    std::vector<std::string_view> texts_;
+    std::vector<Number> numbers_;
+    std::vector<Numeral> codes_;
+    bool detailed_ = false;
+};
+
+/// The largest document that is read, in bytes: several times what the largest table comes to.
+inline constexpr std::size_t kLargestDocument = 0x20000000;
+
+/// Reads a document. Throws Problem, which names it by `name`.
+Document read(std::string bytes, const std::string& name);
+
+/// The text without the blanks around it.
+std::string_view trimmed(std::string_view text);
+
+/// One text for a value without the blanks around it; a list has none.
+std::string_view textOf(const Value& value);
+
+} // namespace zorpinventory::document

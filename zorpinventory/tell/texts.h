@@ -1,0 +1,31 @@
+// How values are shown to a person.
+#pragma once
+
+#include "document/document.h"
+#include "knowledge/kinds.h"
+
+#include <string>
+
+namespace zorpinventory::tell
+{
+
+/// Where the text is read.
+struct Looks
+{
+    std::size_t columns = 80;
+    bool colours = false;
+};
+
+/// The property's label in a language: "Serial number".
+std::string label(std::string_view property, const std::string& language);
+
+/// The kind's name in the user's language.
+std::string kindName(const knowledge::Kind& kind);
+
+/// A firmware's text as a terminal may show it.
+std::string printable(std::string_view text);
+
+/// The text, filled up with blanks to so many columns.
+std::string padded(std::string text, std::size_t columns);
+
+} // namespace zorpinventory::tell
