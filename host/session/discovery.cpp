@@ -71,7 +71,6 @@ void discoverOnce(const SettingsSource& settings, DeviceSink& sink)
     } catch (const std::runtime_error& error) {
         throw orb5::OrbException(error.what());
     }
-    devices::forgetValues();
     table::beginDiscovery();
 
     const services::LogListener sizes(services::kError, [](int, auto logger, auto text) { hearSizes(logger, text); });

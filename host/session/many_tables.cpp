@@ -1,6 +1,7 @@
 // One table after the other, as a list names them.
 #include "many_tables.h"
 
+#include "devices/registry.h"
 #include "discovery.h"
 #include "inventory/json_inventory.h"
 #include "lack_of_memory.h"
@@ -95,6 +96,7 @@ void printTables(std::istream& list, const SettingsSource& settings, writing::Ou
         const services::ShortLog shortLog;
         JsonInventory document(output, JsonInventory::Layout::OneLine, {true, path});
         try {
+            devices::forgetValues();
             discoverOnce(own, document);
             if (table::summary())
                 document.end();
