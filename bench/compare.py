@@ -1,17 +1,22 @@
 """Runs the program beside its limit and dmidecode; prints Markdown. Started by bench/compare."""
 import os
 import platform
+import shutil
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
+from statistics import median
 
-from measure import DMIDECODE, PROGRAM, in_turn, instructions, inventory, make_table, peak, print_head, print_row
+from measure import (DMIDECODE, PROGRAM, in_turn, instructions, inventory, make_table, peak, print_head, print_row,
+                     run)
 from shapes import SHAPES
 
 ROUNDS = {60: 200, 1_000: 50, 10_000: 15, 60_000: 7}
 START_ROUNDS = 300
 SHAPE_ROUNDS = 3
+MANY = 2_000
+MANY_ROUNDS = 3
 FORMS = ("json", "ndjson", "text")
 BEFORE = "before, "
 
@@ -76,7 +81,8 @@ def compare_starts(folder):
 def compare_instructions(folder):
     structures = 10_000
     table = make_table(structures, folder)
-    commands = our_commands(table) | {"dmidecode": [DMIDECODE, "--from-dump", table]}
+    commands = our_commands(table) | {"json, details": [*inventory(PROGRAM, "json", table), "--details"],
+                                      "dmidecode": [DMIDECODE, "--from-dump", table]}
     counted = {name: instructions(command) / structures for name, command in commands.items()}
     print_head("instructions", "a structure")
     for name, number in counted.items():
@@ -85,7 +91,32 @@ def compare_instructions(folder):
     for name, number in start.items():
         print_row(f"`{name}`, whole run", number)
     goal("10,000 structures, JSON: at most 12,000 instructions a structure", 12_000, {"json": counted["json"]})
+    goal("10,000 structures, details: at most 1.4 times JSON's instructions", 1.4,
+         {"ratio": counted["json, details"] / counted["json"]})
     goal("`--version`: at most 300,000 instructions", 300_000, {"start": start["--version"]})
+
+
+def compare_many(folder):
+    """Tables of one machine each: one run of ours, and a run of dmidecode for each."""
+    original = make_table(60, folder)
+    tables = [folder / f"machine-{number}.dmi" for number in range(MANY)]
+    for table in tables:
+        shutil.copy(original, table)
+    names = folder / "tables"
+    names.write_text("".join(f"{table}\n" for table in tables))
+    output = folder / "output"
+    ours = inventory(PROGRAM, "json", None, folder) + ["--details", "--tables"]
+    one_by_one = [[DMIDECODE, "--from-dump", table] for table in tables]
+    rounds = [(run(ours, output, names), [run(command, output) for command in one_by_one])
+              for _ in range(1 + MANY_ROUNDS)][1:]
+    taken = {f"ours, {MANY:,} tables in one run": [our for our, _ in rounds],
+             f"dmidecode, {MANY:,} runs": [tuple(map(sum, zip(*each))) for _, each in rounds]}
+    print_head(f"{MANY:,} tables of 60 structures", "processor ms", "wall ms")
+    medians = [tuple(map(median, zip(*times))) for times in taken.values()]
+    for name, times in zip(taken, medians):
+        print_row(name, *times)
+    goal(f"{MANY:,} tables with details in one run: at most 0.1 of as many runs of dmidecode", 0.1,
+         {"processor": medians[0][0] / medians[1][0], "wall": medians[0][1] / medians[1][1]})
 
 
 def compare_shapes(folder):
@@ -118,6 +149,7 @@ def main():
         compare_sizes(folder)
         compare_starts(folder)
         compare_instructions(folder)
+        compare_many(folder)
         compare_shapes(folder)
     print_head("goal", "measured", "")
     for row in goals:

@@ -17,6 +17,7 @@ def count():
         counted = {"--version": instructions([PROGRAM, "--version"])}
         for form in ("json", "ndjson", "text"):
             counted[form] = instructions(inventory(PROGRAM, form, table)) // STRUCTURES
+        counted["details"] = instructions([*inventory(PROGRAM, "json", table), "--details"]) // STRUCTURES
     return counted
 
 

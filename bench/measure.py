@@ -17,11 +17,13 @@ def make_table(structures, folder):
     return table
 
 
-def inventory(program, form, table):
-    """The command that prints a saved table's inventory, whatever this machine's user has set."""
-    settings = table.parent / "empty.ini"
+def inventory(program, form, table, folder=None):
+    """The command that prints a saved table's inventory, or for no table what all have in common; whatever this
+    machine's user has set."""
+    settings = (folder or table.parent) / "empty.ini"
     settings.touch()
-    return [program, "--settings", settings, "-l", "en", "-s", f"LoadTable={table}", "-f", form]
+    load = ["-s", f"LoadTable={table}"] if table else []
+    return [program, "--settings", settings, "-l", "en", *load, "-f", form]
 
 
 def run(command, output=os.devnull, stdin=os.devnull):

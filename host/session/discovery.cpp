@@ -61,16 +61,11 @@ void hearSizes(std::string_view logger, std::string_view text)
 
 } // namespace
 
-void discoverOnce(const SettingsSource& settings, DeviceSink& sink)
+void runDiscovery(DeviceSink& sink)
 {
     const auto callback = devices::registry().discover;
     if (callback == nullptr)
         throw orb5::OrbException("no module has registered a discovery");
-    try {
-        readSettings(settings);
-    } catch (const std::runtime_error& error) {
-        throw orb5::OrbException(error.what());
-    }
     table::beginDiscovery();
 
     const services::LogListener sizes(services::kError, [](int, auto logger, auto text) { hearSizes(logger, text); });
@@ -83,8 +78,13 @@ void discoverOnce(const SettingsSource& settings, DeviceSink& sink)
 
 void discover(const SettingsSource& settings, DeviceSink& sink)
 {
+    try {
+        session::readSettings(settings);
+    } catch (const std::runtime_error& error) {
+        throw orb5::OrbException(lum::String(std::string_view(error.what())));
+    }
     const services::ShortLog shortLog;
-    session::discoverOnce(settings, sink);
+    session::runDiscovery(sink);
     session::reportUnusedSettings();
 }
 

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "embedded_host/inventory.h"
-#include "embedded_host/settings_source.h"
 
 namespace embedded_host::session
 {
 
-/// Calls the module's discovery callback; the sink takes the devices. Throws orb5::OrbException.
-void discoverOnce(const SettingsSource& settings, DeviceSink& sink);
+/// Calls the module's discovery callback under the settings that were read last; the sink takes the devices. Throws
+/// orb5::OrbException.
+void runDiscovery(DeviceSink& sink);
 
 } // namespace embedded_host::session

@@ -61,8 +61,8 @@ std::optional<ListLine> readLine(std::istream& list, std::size_t number)
 
 [[noreturn]] void fail(const std::string& sentence) { throw orb5::OrbException(lum::String(sentence)); }
 
-/// The list alone names tables, and a table that is saved would take the place of the one before.
-void refuseOtherTables(const SettingsSource& settings)
+/// Reads the settings. The list alone names tables, and a table that is saved would take the place of the one before.
+void readSettingsOfAll(const SettingsSource& settings)
 {
     const bool loads = std::ranges::any_of(settings.given, [](const auto& s) { return s.first == "LoadTable"; });
     if (loads)
@@ -82,28 +82,24 @@ void refuseOtherTables(const SettingsSource& settings)
 
 void printTables(std::istream& list, const SettingsSource& settings, writing::Output& output)
 {
-    refuseOtherTables(settings);
-    auto own = settings;
-    auto& path = own.given.emplace_back("LoadTable", "").second;
-    bool reported = false;
+    readSettingsOfAll(settings);
     for (std::size_t number = 1; const auto line = readLine(list, number); ++number) {
         if (!line->fault.empty()) {
             inventory::writeFailure(output, line->text, line->fault);
             continue;
         }
-        path = line->text;
+        const auto& path = line->text;
+        giveSetting("LoadTable", path);
         const services::LogSubject subject(path);
         const services::ShortLog shortLog;
         JsonInventory document(output, JsonInventory::Layout::OneLine, {true, path});
         try {
             devices::forgetValues();
-            discoverOnce(own, document);
+            runDiscovery(document);
             if (table::summary())
                 document.end();
             else
                 inventory::writeFailure(output, path, table::failure());
-            if (!std::exchange(reported, true))
-                reportUnusedSettings();
         } catch (const std::bad_alloc&) {
             if (document.isBegun())
                 throw;
@@ -111,6 +107,7 @@ void printTables(std::istream& list, const SettingsSource& settings, writing::Ou
         }
         output.flush();
     }
+    reportUnusedSettings();
 }
 
 } // namespace embedded_host::session

@@ -95,6 +95,11 @@ void readSettings(const SettingsSource& source)
     settings() = std::move(fresh);
 }
 
+void giveSetting(const std::string& name, const std::string& value)
+{
+    settings().given[name + std::string(kKeyEnding)].value = value;
+}
+
 void reportUnusedSettings()
 {
     const auto warn = [](const std::string& text) { services::log(services::kWarning, "settings", text); };
