@@ -59,10 +59,12 @@ bool isInTier(const Property& property)
 
 std::string_view trimmed(std::string_view text)
 {
-    constexpr std::string_view kBlanks = " \t\n\v\f\r";
-    const auto first = text.find_first_not_of(kBlanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 std::string_view bytesOf(const orb5::OrbString& text) { return text.lumString().bytes(); }
@@ -93,6 +95,13 @@ void forEachText(const orb5::Value& value, Use use)
         std::ranges::for_each(*list, use);
     else
         use(value.toString());
+}
+
+/// How many texts that are.
+std::size_t countTexts(const orb5::Value& value)
+{
+    const auto* list = std::get_if<std::vector<orb5::OrbString>>(&value.held());
+    return list != nullptr ? list->size() : 1;
 }
 
 /// The number that a property of a device shows, for those that have to be links and sizes.
@@ -208,14 +217,14 @@ bool TextInventory::isMissing(const orb5::OrbString& text) const
     return bytes == kUnknown || bytes == kNone || bytes == notInstalled_ || bytes == unknown_;
 }
 
-/// Whether a device is the empty socket of one.
-bool TextInventory::isVacant(const DeviceRecord& device)
+/// Whether the device that is taken is the empty socket of one.
+bool TextInventory::isVacant() const
 {
-    return std::ranges::any_of(device.properties, [&](const HeldProperty& property) {
-        const auto role = labelOf(*property.declaration).manner.role;
+    return std::ranges::any_of(special_, [&](const Special& special) {
+        const auto role = special.label->manner.role;
         if (role != Role::Vacancy && role != Role::ModuleSize)
             return false;
-        const auto text = property.value.toString();
+        const auto text = special.property->value.toString();
         const auto& number = numberOf(text);
         return bytesOf(text) == notInstalled_ || isNought(number) ||
                (number.kind() == NumberKind::Code && number.integer() == 0);
@@ -256,15 +265,11 @@ void TextInventory::keepRange(const orb5::Value& start, const orb5::Value& end)
 /// "Memory Device  DIMM A1, 16 GB, DDR4": what is not known is left out.
 void TextInventory::keepHeadline(const DeviceRecord& device, bool vacant)
 {
-    telling_.clear();
-    for (const auto& property : device.properties)
-        if (labelOf(*property.declaration).manner.headline != kNotInHeadline)
-            telling_.push_back(&property);
-    std::ranges::sort(telling_, {}, [&](const auto* p) { return labelOf(*p->declaration).manner.headline; });
+    std::ranges::sort(telling_, {}, [](const Special& special) { return special.label->manner.headline; });
 
     keep(vacant ? Mark::Empty : Mark::Name, 0, trimmed(device.name.bytes()));
-    for (const auto* property : telling_) {
-        const auto& label = labelOf(*property->declaration);
+    for (const auto& [property, labelled] : telling_) {
+        const auto& label = *labelled;
         const auto value = property->value.toString();
         const auto text = trimmed(bytesOf(value));
         const bool isPlace =
@@ -277,14 +282,14 @@ void TextInventory::keepHeadline(const DeviceRecord& device, bool vacant)
         keep(Mark::Vacant, 0, {});
 
     const HeldProperty* start = nullptr;
-    for (const auto& property : device.properties) {
-        const auto role = labelOf(*property.declaration).manner.role;
+    for (const auto& [property, label] : special_) {
+        const auto role = label->manner.role;
         if (role == Role::RangeStart)
-            start = &property;
+            start = property;
         if (role == Role::RangeEnd && start != nullptr)
-            keepRange(start->value, property.value);
+            keepRange(start->value, property->value);
         if (role == Role::ArrayMaximum || role == Role::ArraySockets) {
-            const auto value = property.value.toString();
+            const auto value = property->value.toString();
             const auto handle = wholeOf(device.find("smbios2_hdr_handle")).value_or(0);
             keep(role == Role::ArrayMaximum ? Mark::ArrayMaximum : Mark::ArraySockets, handle,
                  isNought(numberOf(value)) ? std::string_view() : bytesOf(value));
@@ -300,19 +305,20 @@ void TextInventory::keepRow(const HeldProperty& property, const DeviceRecord& de
     const auto& manner = label.manner;
     const bool all = detail_ == Detail::All;
     const bool told = vacant || !label.inTier || manner.headline != kNotInHeadline || manner.role >= Role::ArrayMaximum;
-    bool any = false;
+    const auto count = countTexts(property.value);
+    if (!all && (told || count == 0)) {
+        left_ += std::max<std::size_t>(count, 1);
+        return;
+    }
+    if (count == 0)
+        keep(Mark::Value, declaration.index, {});
     forEachText(property.value, [&](const orb5::OrbString& text) {
-        any = true;
         const auto shown = all ? bytesOf(text) : trimmed(bytesOf(text));
-        if (all || !(told || isNothing(manner, text) || isRepeated(label, device, shown)))
+        if (all || !(isNothing(manner, text) || isRepeated(label, device, shown)))
             keep(isMissing(text) ? Mark::Missing : Mark::Value, declaration.index, shown);
         else
             ++left_;
     });
-    if (!any && all)
-        keep(Mark::Value, declaration.index, {});
-    else if (!any)
-        ++left_;
 }
 
 /// Adds a module to the array that it is in.
@@ -336,11 +342,18 @@ void TextInventory::take(DeviceRecord&& device)
 {
     blocks_.push_back(kept_.size());
     tree_.add(device);
-    for (const auto& property : device.properties)
-        if (labelOf(*property.declaration).manner.role == Role::ModuleSize)
+    telling_.clear();
+    special_.clear();
+    for (const auto& property : device.properties) {
+        const auto& label = labelOf(*property.declaration);
+        if (label.manner.headline != kNotInHeadline)
+            telling_.push_back({&property, &label});
+        if (label.manner.role != Role::None)
+            special_.push_back({&property, &label});
+        if (label.manner.role == Role::ModuleSize)
             addToArray(device, property);
-
-    const bool vacant = isVacant(device);
+    }
+    const bool vacant = isVacant();
     keepHeadline(device, vacant);
     const bool wanted = isWanted(device, types_);
     if (types_.any())
@@ -412,6 +425,7 @@ std::string TextInventory::arrayParts(std::uint16_t handle, std::string_view max
     const auto* modules = modules_.find(handle);
     std::string parts;
     if (modules == nullptr || modules->sockets == 0)
+        // Translators: sockets are places for memory modules here, as in the next two.
         parts = sockets.empty() ? "" : message("%1 sockets", sockets);
     else if (modules->fitted == 0 || modules->unknown)
         parts = message("%1 of %2 sockets in use", modules->fitted, modules->sockets);
@@ -451,9 +465,11 @@ void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, cons
         at += sizeof row + row.size;
         switch (row.mark) {
         case Mark::Serial:
+            // Translators: a serial number in a headline; as short as can be.
             tell(message("serial %1", text));
             break;
         case Mark::Vacant:
+            // Translators: a socket.
             tell(message("empty"));
             break;
         case Mark::ArrayMaximum:
@@ -468,13 +484,16 @@ void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, cons
     if (array)
         if (const auto parts = arrayParts(*array, maximum, sockets); !parts.empty())
             tell(parts);
-    writeLines(branch, beside, name, services::columnsOf(name), style, telling);
+    const auto nameColumns = services::columnsOf(name);
+    writeLines(branch, beside, {name, nameColumns, nameColumns}, style, telling);
 
     for (std::optional<std::uint16_t> before; row.mark != Mark::End; row = rowAt(at)) {
         const auto text = kept_.read(at + sizeof row, row.size);
-        const auto& label = labels_[row.number]->text;
-        writeLines(beside, beside, before == row.number ? std::string_view() : label, labelColumns, row.mark,
-                   row.mark == Mark::Missing ? wordFor(text) : text);
+        const auto& label = *labels_[row.number];
+        const bool further = before == row.number; // an element of the same list
+        writeLines(beside, beside,
+                   further ? LabelCell{{}, 0, labelColumns} : LabelCell{label.text, label.columns, labelColumns},
+                   row.mark, row.mark == Mark::Missing ? wordFor(text) : text);
         before = row.number;
         at += sizeof row + row.size;
     }
@@ -483,20 +502,23 @@ void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, cons
 /// One word for each way in which a value is not there.
 std::string TextInventory::wordFor(std::string_view text) const
 {
-    return text == notInstalled_ ? message("not installed") : text == kNone ? message("none") : message("unknown");
+    if (text == notInstalled_)
+        return message("not installed");
+    // Translators: a value of a device that the firmware does not tell, and one that there is not.
+    return text == kNone ? message("none") : message("unknown");
 }
 
 /// Writes a label, or a device's name, and what is said of it, on more than one line where it is too long for one: the
 /// rest of a value stands under its beginning, that of a headline a little to the right of what hangs under it.
-void TextInventory::writeLines(std::string_view left, std::string_view beside, std::string_view label,
-                               std::size_t labelColumns, Mark mark, std::string_view text)
+void TextInventory::writeLines(std::string_view left, std::string_view beside, LabelCell label, Mark mark,
+                               std::string_view text)
 {
     const bool headline = mark == Mark::Name || mark == Mark::Empty;
     const bool pale = mark == Mark::Empty || mark == Mark::Missing;
     const auto labelColour = mark == Mark::Name ? kBold : mark == Mark::Empty ? kFaint : std::string_view();
     const auto leftFor = [&](std::size_t used) { return looks_.columns - std::min(looks_.columns, used); };
-    std::size_t indent = labelColumns + kGap.size();
-    std::size_t columns = leftFor(services::columnsOf(left) + indent);
+    std::size_t indent = label.width + kGap.size();
+    std::size_t columns = looks_.columns == 0 ? 0 : leftFor(services::columnsOf(left) + indent);
     for (bool first = true; first || !text.empty(); first = false) {
         Line line{text.size(), text.size()};
         if (looks_.columns != 0 && headline && first && columns < kNarrowest && services::columnsOf(text) > columns)
@@ -508,10 +530,11 @@ void TextInventory::writeLines(std::string_view left, std::string_view beside, s
         output_.write(left);
         output_.write(end);
         const auto endOfLabel = paint(labelColour);
-        output_.write(label);
+        output_.write(label.text);
         output_.write(endOfLabel);
         if (line.shown != 0) {
-            output_.write(std::string(indent - services::columnsOf(label), ' '));
+            blanks_.resize(std::max(blanks_.size(), indent), ' ');
+            output_.write(std::string_view(blanks_).substr(0, indent - label.columns));
             const auto endOfText = paint(pale ? kFaint : std::string_view());
             writePrintable(text.substr(0, line.shown));
             output_.write(endOfText);
@@ -520,7 +543,7 @@ void TextInventory::writeLines(std::string_view left, std::string_view beside, s
         text.remove_prefix(line.taken);
         left = beside;
         label = {};
-        if (headline) {
+        if (headline && looks_.columns != 0) {
             indent = kGap.size();
             columns = leftFor(services::columnsOf(left) + indent);
         }

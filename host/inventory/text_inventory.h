@@ -75,6 +75,21 @@ private:
         std::uint32_t size;   ///< of the text that follows
     };
 
+    /// A property that has to do with the headline.
+    struct Special
+    {
+        const HeldProperty* property;
+        const Label* label;
+    };
+
+    /// What stands before a value.
+    struct LabelCell
+    {
+        std::string_view text;
+        std::size_t columns; ///< of the text
+        std::size_t width;   ///< of all labels of the device
+    };
+
     /// The modules of a memory array.
     struct Modules
     {
@@ -87,7 +102,7 @@ private:
     const Label& labelOf(const Property& property);
     bool isNothing(const Manner& manner, const orb5::OrbString& text) const;
     bool isMissing(const orb5::OrbString& text) const;
-    bool isVacant(const DeviceRecord& device);
+    bool isVacant() const;
     bool isRepeated(const Label& label, const DeviceRecord& device, std::string_view text) const;
 
     void keep(Mark mark, std::size_t number, std::string_view text);
@@ -101,8 +116,7 @@ private:
     std::string wordFor(std::string_view text) const;
     std::string arrayParts(std::uint16_t handle, std::string_view maximum, std::string_view sockets) const;
     void writeBlock(std::uint64_t at, const std::string& branch, const std::string& beside);
-    void writeLines(std::string_view left, std::string_view beside, std::string_view label, std::size_t labelColumns,
-                    Mark mark, std::string_view text);
+    void writeLines(std::string_view left, std::string_view beside, LabelCell label, Mark mark, std::string_view text);
     void writePrintable(std::string_view text);
     std::string_view paint(std::string_view colour);
     void writeWhatIsMissing(const WithoutDevice& others);
@@ -119,12 +133,14 @@ private:
     std::vector<std::optional<Label>> labels_; ///< those that were needed so far
     TreeBuilder tree_;
     KeptText kept_;
-    std::deque<std::uint64_t> blocks_;         ///< where the devices begin in it
-    std::vector<bool> wanted_;                 ///< of the devices, when they are restricted
-    ByHandle<Modules> modules_;                ///< by their array
-    std::size_t left_ = 0;                     ///< lines that were left out
-    std::vector<const HeldProperty*> telling_; ///< of the device that is taken
-    std::string shown_;                        ///< the piece of text that is written
+    std::deque<std::uint64_t> blocks_; ///< where the devices begin in it
+    std::vector<bool> wanted_;         ///< of the devices, when they are restricted
+    ByHandle<Modules> modules_;        ///< by their array
+    std::size_t left_ = 0;             ///< lines that were left out
+    std::vector<Special> telling_;     ///< what the headline of the device that is taken shows
+    std::vector<Special> special_;     ///< its properties with a role
+    std::string shown_;                ///< the piece of text that is written
+    std::string blanks_;               ///< as many as a label has columns
 };
 
 /// Prints all declarations as a table.
