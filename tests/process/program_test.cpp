@@ -174,16 +174,22 @@ TEST(Details, TellTheTableTheOtherStructuresAndTheFaults)
     EXPECT_EQ(behindDevices(program("-d -f json -s LoadTable=/nonexistent").output), "\"others\":[],\"faults\":[]}\n");
 }
 
+/// Structures of seven bytes, each of which asks for a string that it does not have; and there is no end marker.
+Bytes nothingButFaults(unsigned structures)
+{
+    TableBuilder table;
+    for (unsigned i = 0; i < structures; ++i)
+        table.add(41, 7, 0x05).put(byte(0x04), 9);
+    return table.dump64(3, 2, 0);
+}
+
 TEST(Details, AllFaultsAreToldThoughTheLogIsShort)
 {
-    constexpr unsigned kBoards = 20000;
-    TableBuilder table;
-    for (unsigned i = 0; i < kBoards; ++i)
-        table.add(41, 7, 0x05).put(byte(0x04), 9);
+    constexpr unsigned kStructures = 20000;
     const TemporaryFolder folder;
-    const auto path = folder.file("t.dmi", table.dump64(3, 2, 0)).string();
+    const auto path = folder.file("t.dmi", nothingButFaults(kStructures)).string();
     const auto document = parsed(program("-d -f json --log-level 5 -s LoadTable=" + path).output);
-    EXPECT_EQ(document["faults"].Size(), kBoards + 1); // and the end marker is missing
+    EXPECT_EQ(document["faults"].Size(), kStructures + 1); // and the end marker is missing
 }
 
 TEST(Tables, EachIsALineWhateverIsWrongWithOthers)
@@ -225,13 +231,15 @@ TEST(Memory, StaysWithinASmallMultipleOfTheTable)
 {
     const TemporaryFolder folder;
     const auto large = folder.file("large", largeTable()).string();
+    const auto faulty = folder.file("faulty", nothingButFaults(100000)).string();
     const auto boastful = folder.file("boastful", boastfulBoards(16 * kManyBoards)).string();
     const struct
     {
         std::string table;
         const char* options;
         unsigned megabytes; ///< twice what it takes
-    } cases[] = {{large, "-f json", 20}, {large, "-f text", 88}, {boastful, "-f text --all", 60}};
+    } cases[] = {
+        {large, "-f json", 20}, {faulty, "-d -f json", 20}, {large, "-f text", 88}, {boastful, "-f text --all", 60}};
     for (const auto& [table, options, megabytes] : cases) {
         const auto limited =
             "ulimit -v " + std::to_string(megabytes * 1024) + "; XDG_CONFIG_HOME=/nonexistent " PROGRAM " ";
