@@ -20,6 +20,8 @@ public:
     OrbString() = default;
     OrbString(const char* utf8) : text_(utf8) {}
     OrbString(const lum::String& text) : text_(text) {}
+    /// A text that shows a number.
+    OrbString(std::string_view utf8, const lum::Number& number) : text_(utf8) { text_.show(number); }
 
     OrbString& operator+=(const OrbString& other)
     {

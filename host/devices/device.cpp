@@ -35,15 +35,21 @@ void addCapability(DeviceRecord& device, const orb5::DeviceCapability& capabilit
 
 } // namespace
 
-void ChildBusIds::add(const ChildBusId& child)
+void ChildBusIds::add(const orb5::ChildBusType& bus, const lum::String& id)
 {
-    using orb5::OrbUnitType;
-    const auto number = child.id ? child.id->number() : lum::Number();
-    const bool isHandle = number.unit() == OrbUnitType::HEXADECIMAL16().name() && number.integer() < kFirstOther &&
-                          child.bus == orb5::ChildBusType::SMBIOS();
-    entries_.push_back(static_cast<std::uint32_t>(isHandle ? number.integer() : kFirstOther + others_.size()));
-    if (!isHandle)
-        others_.push_back(child);
+    const auto& number = id.number();
+    const bool isHandle = number.unit() == orb5::OrbUnitType::HEXADECIMAL16().name() &&
+                          number.integer() < kFirstOther && bus == orb5::ChildBusType::SMBIOS();
+    if (isHandle)
+        entries_.push_back(static_cast<std::uint32_t>(number.integer()));
+    else
+        addOther({bus, id});
+}
+
+void ChildBusIds::addOther(const ChildBusId& child)
+{
+    entries_.push_back(static_cast<std::uint32_t>(kFirstOther + others_.size()));
+    others_.push_back(child);
 }
 
 ChildBusId ChildBusIds::operator[](std::size_t index) const
@@ -132,12 +138,15 @@ void SysInfoDevice::addChildBusId(const ChildBusType& bus, unsigned int a, unsig
     for (const unsigned index : {a, b, c, d, e})
         if (index != NullIndex)
             id = (id ? *id + ":" : "") + std::to_string(index);
-    recordOf(this).childBusIds.add({bus, id ? std::optional(lum::String(*id)) : std::nullopt});
+    if (id)
+        recordOf(this).childBusIds.add(bus, lum::String(*id));
+    else
+        recordOf(this).childBusIds.addNameless(bus);
 }
 
 void SysInfoDevice::addChildBusId(const ChildBusType& bus, const OrbString& id)
 {
-    recordOf(this).childBusIds.add({bus, id.lumString()});
+    recordOf(this).childBusIds.add(bus, id.lumString());
 }
 
 void SysInfoDevice::setUID(DEVICE_UNIQUE_IDENTIFIER kind, const OrbString& identifier)

@@ -64,7 +64,7 @@ OrbString asHexadecimal(std::uint64_t value, const OrbUnitType& unit)
     auto rest = value;
     for (unsigned place = 1 + shown; place > 1; --place, rest >>= 4)
         text[place] = "0123456789ABCDEF"[rest & 0xF];
-    return lum::String(std::string_view(text.data(), 2 + shown)).show(Number::whole(value, unit.name()));
+    return {std::string_view(text.data(), 2 + shown), Number::whole(value, unit.name())};
 }
 
 /// step to the power of `steps`, exact up to 22 decimal digits.
@@ -135,15 +135,15 @@ int clamped(const Traits& unit, const OrbUnitMagnitude& magnitude)
     return std::clamp(magnitude.steps(), unit.smallest, unit.largest());
 }
 
-/// "3.2 GHz": a number that is scaled already.
-lum::String shown(const Traits& unit, int magnitude, double scaled, int precision, Zeros trailing)
+/// "3.2 GHz": what is left of the number once it is scaled.
+OrbString shown(const Number& number, const Traits& unit, int magnitude, double scaled, int precision, Zeros trailing)
 {
     std::array<char, kLongestDecimal + 8> text; // NOLINT(cppcoreguidelines-pro-type-member-init): written below
     char* end = writeDecimal(text.data(), scaled, precision, trailing);
     *end++ = ' ';
     for (const std::string_view part : {unit.prefix(magnitude), unit.symbol})
         end = std::ranges::copy(part, end).out;
-    return lum::String(std::string_view(text.data(), end));
+    return {std::string_view(text.data(), end), number};
 }
 
 } // namespace
@@ -188,7 +188,7 @@ OrbString OrbDiscreteMeasurement::toString(const OrbUnitMagnitude& magnitude) co
         to = autoscaled(unit, value_ == 0, 0,
                         [&](int candidate) { return candidate <= 0 || value_ >= divisor(candidate); });
     const double scaled = to < 0 ? product(value_, power(unit.step, -to)) : quotient(value_, divisor(to));
-    return shown(unit, to, scaled, 2, Zeros::Drop).show(Number::whole(value_, unit_.name()));
+    return shown(Number::whole(value_, unit_.name()), unit, to, scaled, 2, Zeros::Drop);
 }
 
 OrbString OrbNonDiscreteMeasurement::toString(int precision, const OrbUnitMagnitude& magnitude) const
@@ -205,8 +205,8 @@ OrbString OrbNonDiscreteMeasurement::toString(int precision, const OrbUnitMagnit
                         [&](int candidate) { return reaches(value_, from, candidate, unit.step); });
     const auto number = unit.step == 1000 ? Number::real(value_, unit_.name(), 3 * from)
                                           : Number::real(value_, unit_.name(), 0, 10 * from);
-    return shown(unit, to, converted(value_, from, to, unit.step), precision, keepZeros_ ? Zeros::Keep : Zeros::Drop)
-        .show(number);
+    return shown(number, unit, to, converted(value_, from, to, unit.step), precision,
+                 keepZeros_ ? Zeros::Keep : Zeros::Drop);
 }
 
 } // namespace orb5

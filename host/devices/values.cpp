@@ -78,7 +78,7 @@ struct Text
         std::array<char, kLongestDecimal + 1> text{};
         char* end = writeDecimal(text.data(), percent.number, 2, Zeros::Drop);
         *end++ = '%';
-        return lum::String(std::string_view(text.data(), end)).show(lum::Number::real(percent.number, "PERCENT"));
+        return {std::string_view(text.data(), end), lum::Number::real(percent.number, "PERCENT")};
     }
     OrbString operator()(const std::vector<OrbString>& elements) const
     {
@@ -108,6 +108,8 @@ void Value::append(const OrbString& element)
     auto* elements = std::get_if<std::vector<OrbString>>(&held_);
     if (elements == nullptr)
         throw OrbException("only a STRINGARRAY can take a further element");
+    if (elements->empty())
+        elements->reserve(8); // most lists grow to a few elements
     elements->push_back(element);
 }
 

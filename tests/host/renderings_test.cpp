@@ -1,6 +1,9 @@
 // How numbers become text: units, scales, rounding.
+#include "inventory/numbers.h"
 #include "orb5.h"
+#include "services/decimal.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace
@@ -99,6 +102,57 @@ TEST(Renderings, TemperaturesHaveExactlyTheirDecimals)
     EXPECT_EQ(shown(2.0F, 1), "2.0 °C");
     EXPECT_EQ(shown(0.5F, 0), "0 °C");
     EXPECT_EQ(shown(1.0F, 20), "1.000000000 °C");
+}
+
+std::string number(const lum::Number& number)
+{
+    std::array<char, embedded_host::services::kLongestNumber> digits{};
+    return {digits.begin(), embedded_host::inventory::writeNumber(digits.begin(), number)};
+}
+
+TEST(Renderings, NumbersAreExact)
+{
+    using lum::Number;
+    constexpr int kKibi = 10;
+    const std::pair<Number, const char*> cases[] = {
+        {Number::code(26), "26"},
+        {Number::whole(~std::uint64_t{0}, "HEXADECIMAL64"), "18446744073709551615"},
+        {Number::real(3200, "HERTZ", 6), "3200000000"},
+        {Number::real(2.1, "VOLTS", -3), "0.0021"},
+        {Number::real(60, "SECONDS", -9), "6e-8"},
+        {Number::real(1e-6, "SECONDS"), "0.000001"},
+        {Number::real(3276.9F, "CELSIUS"), "3276.9"}, // the float's digits, not those of the double next to it
+        {Number::real(1.2F, "VOLTS"), "1.2"},
+        {Number::real(0.5, "BYTES", 0, kKibi), "512"},
+        {Number::real(0.1, "BYTES", 0, kKibi), "102.4"},
+        {Number::real(-2147483648.0, "BYTES", 0, 2 * kKibi), "-2251799813685248"},
+        {Number::real(0x1p63, "BYTES"), "9223372036854776000"}, // the fewest digits of what was given
+        {Number::real(0x1p31, "BYTES", 0, 2 * kKibi), "2251799813685248"},
+        {Number::real(1e22, "WATTS"), "1e+22"},
+        {Number::real(0, "HERTZ", 6), "0"},
+    };
+    for (const auto& [given, expected] : cases) {
+        EXPECT_EQ(number(given), expected);
+        EXPECT_EQ(embedded_host::inventory::amount(given), std::stod(expected));
+    }
+}
+
+TEST(Renderings, TextsShowTheirNumberUntilTheyChange)
+{
+    const auto made = OrbDiscreteMeasurement(OrbUnitType::BYTES(), 4660).toString(OrbUnitMagnitude::AUTOSCALEUNIT());
+    auto copy = made;
+    EXPECT_EQ(number(copy.lumString().number()), "4660");
+    lum::String kept = copy.lumString();
+    EXPECT_EQ(number(kept.trim().number()), "4660") << "nothing was cut";
+    kept.remove(0, 1);
+    copy += "";
+    const auto kind = [](const lum::String& text) { return text.number().kind(); };
+    for (const auto& changed : {kept, copy.lumString(), (made + made).lumString(), lum::SprintfFormat("%i U", 2),
+                                Value(2).toString().lumString(), lum::SprintfFormat("Family %04X", 2)})
+        EXPECT_EQ(kind(changed), lum::Number::Kind::None) << changed.bytes();
+    EXPECT_EQ(number(lum::SprintfFormat("%d", -8).number()), "-8");
+    EXPECT_EQ(number(lum::SprintfFormat("%u", ~0u).number()), "4294967295");
+    EXPECT_STREQ(Value(50, DataType::PERCENT()).toString().lumString().number().unit(), "PERCENT");
 }
 
 } // namespace

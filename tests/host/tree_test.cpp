@@ -24,12 +24,12 @@ std::vector<std::size_t> parents(const std::vector<Case>& cases)
 {
     std::vector<DeviceRecord> devices(1);
     devices[0].uid = "SMBIOS";
-    devices[0].childBusIds.add({orb5::ChildBusType::SMBIOS(), std::nullopt});
+    devices[0].childBusIds.addNameless(orb5::ChildBusType::SMBIOS());
     for (const auto& each : cases) {
         auto& device = devices.emplace_back();
         device.uid = each.uid;
         for (const char* child : each.children)
-            device.childBusIds.add({orb5::ChildBusType::SMBIOS(), child});
+            device.childBusIds.add(orb5::ChildBusType::SMBIOS(), child);
         if (each.parent >= 0)
             device.properties.push_back(
                 {&parentProperty, orb5::Value(orb5::OrbDiscreteMeasurement(orb5::OrbUnitType::HEXADECIMAL16(),

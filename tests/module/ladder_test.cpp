@@ -1,7 +1,7 @@
 // Gate ladders: at which length of a structure each property first appears.
 //
 // Every type is fed every length from 4 up to the full one. The recorded ladder of a type names device, properties and
-// links with the length (hexadecimal) from which on they are there.
+// links with the length (hexadecimal) from which on they are there, and which numbers the texts show in the end.
 #include "support/expected_file.h"
 #include "support/recorded_session.h"
 
@@ -32,40 +32,40 @@ StructureBuilder full(unsigned char type)
     return structure.string("Lenovo System Metrics");
 }
 
-/// The names of what the structure's device has, in the order in which it was added.
-std::vector<std::string> contents(const tests::Recorded& recorded)
+/// What the structure's device has, in the order in which it was added: names, and the numbers that their texts show.
+std::vector<std::pair<std::string, std::string>> contents(const tests::Recorded& recorded)
 {
-    std::vector<std::string> names;
+    std::vector<std::pair<std::string, std::string>> all;
     const auto device =
         std::ranges::find_if(recorded.devices, [](const auto& each) { return each.uid == "SMBIOS:0x0100"; });
     if (device == recorded.devices.end())
-        return names;
-    names.emplace_back("device");
+        return all;
+    all.emplace_back("device", "");
     for (const auto& property : device->properties)
-        names.emplace_back(property.declaration->name);
+        all.emplace_back(property.declaration->name, tests::numbersIn(property.value));
     for (std::size_t i = 1; i <= device->childBusIds.size(); ++i)
-        names.push_back("child " + std::to_string(i));
-    return names;
+        all.emplace_back("child " + std::to_string(i), "");
+    return all;
 }
 
 std::string ladderOf(const StructureBuilder& structure, unsigned fullLength)
 {
     std::map<std::string, unsigned> first;
-    std::vector<std::string> atFullLength;
+    std::vector<std::pair<std::string, std::string>> atFullLength;
     for (unsigned length = 4; length <= fullLength; ++length) {
         TableBuilder table;
         table.add(0, 0xFE00, 0x18).text(0x04, "LENOVO");
         table.add(1, 0xFE01, 0x1B).text(0x04, "Dell");
         table.add(structure).cut(static_cast<unsigned char>(length));
         atFullLength = contents(tests::discover(table));
-        for (const auto& name : atFullLength)
+        for (const auto& [name, numbers] : atFullLength)
             first.emplace(name, length);
     }
     EXPECT_EQ(first.size(), atFullLength.size()) << "something is gone again at the full length";
 
     std::string text;
-    for (const auto& name : atFullLength)
-        text += lum::SprintfFormat("%02X  %s\n", first[name], name.c_str()).bytes();
+    for (const auto& [name, numbers] : atFullLength)
+        text += lum::SprintfFormat("%02X  %s%s\n", first[name], name.c_str(), numbers.c_str()).bytes();
     return text;
 }
 

@@ -3,9 +3,12 @@
 
 #include "construction.h"
 #include "discovery.h"
+#include "inventory/numbers.h"
 #include "memory_file.h"
+#include "services/decimal.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <system_error>
 
@@ -128,6 +131,28 @@ Recorded discover(const Bytes& image, const Settings& settings)
     return discover(all);
 }
 
+std::string numbersIn(const orb5::Value& value)
+{
+    std::string numbers;
+    const auto add = [&](const orb5::OrbString& text) {
+        const auto& number = text.lumString().number();
+        if (number.kind() == lum::Number::Kind::None)
+            return;
+        std::array<char, embedded_host::services::kLongestNumber> digits{};
+        const auto* end = embedded_host::inventory::writeNumber(digits.begin(), number);
+        numbers += number.kind() == lum::Number::Kind::Code ? " {code " : " {";
+        numbers += std::string_view(digits.begin(), end);
+        if (number.unit() != nullptr)
+            numbers.append(" ").append(number.unit());
+        numbers += '}';
+    };
+    if (const auto* text = std::get_if<orb5::OrbString>(&value.held()))
+        add(*text);
+    else if (const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held()))
+        std::ranges::for_each(*elements, add);
+    return numbers;
+}
+
 std::string inventoryText(const std::vector<DeviceRecord>& devices)
 {
     std::string text;
@@ -146,11 +171,11 @@ std::string inventoryText(const std::vector<DeviceRecord>& devices)
             line({"  uid ", std::to_string(kind), " ", uid.bytes()});
         for (const auto& [declaration, value] : device.properties) {
             if (const auto* elements = std::get_if<std::vector<orb5::OrbString>>(&value.held())) {
-                line({"  ", declaration->name, " ="});
+                line({"  ", declaration->name, " =", numbersIn(value)});
                 for (const auto& element : *elements)
                     line({"    - ", element.getUTF8Buffer()});
             } else {
-                line({"  ", declaration->name, " = ", value.toString().getUTF8Buffer()});
+                line({"  ", declaration->name, " = ", value.toString().getUTF8Buffer(), numbersIn(value)});
             }
         }
         for (std::size_t i = 0; i < device.childBusIds.size(); ++i) {

@@ -88,7 +88,10 @@ inline Recorded discover(const TableBuilder& table, const Settings& settings = {
     return discover(table.dump64(3, 2, 0), settings);
 }
 
-/// Device, properties and links in call order, one a line.
+/// The numbers that a value's texts show: " {3200000000 HERTZ}", " {code 7} {code 13}".
+std::string numbersIn(const orb5::Value& value);
+
+/// Device, properties with their numbers, and links in call order, one a line.
 std::string inventoryText(const std::vector<embedded_host::DeviceRecord>& devices);
 
 } // namespace tests

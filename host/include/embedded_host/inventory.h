@@ -52,7 +52,8 @@ struct ChildBusId
 class ChildBusIds
 {
 public:
-    void add(const ChildBusId& child);
+    void add(const orb5::ChildBusType& bus, const lum::String& id);
+    void addNameless(const orb5::ChildBusType& bus) { addOther({bus, std::nullopt}); }
     void clear();
 
     std::size_t size() const { return entries_.size(); }
@@ -60,6 +61,8 @@ public:
     ChildBusId operator[](std::size_t index) const;
 
 private:
+    void addOther(const ChildBusId& child);
+
     std::deque<std::uint32_t> entries_; ///< handles; from 10000h up the places of the others
     std::vector<ChildBusId> others_;
 };
