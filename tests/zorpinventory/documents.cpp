@@ -60,8 +60,10 @@ std::string shuffledAndRenumbered(const std::string& text, unsigned seed)
         if (device.HasMember("childBusIds"))
             for (auto& child : device["childBusIds"].GetArray())
                 renumber(child["id"], handles, document);
-        for (auto& [name, value] : device["properties"].GetObject()) {
-            const std::string_view property = name.GetString();
+        auto& properties = device["properties"];
+        for (auto member = properties.MemberBegin(); member < properties.MemberEnd(); ++member) {
+            const std::string_view property = member->name.GetString();
+            auto& value = member->value;
             if (property != "smbios2_parent" && !property.ends_with("_handle") && !property.ends_with("_members"))
                 continue;
             if (value.IsArray())
@@ -109,7 +111,10 @@ Bytes Machine::table() const
     for (const auto& slot : slots)
         add(9, 0x0D).text(0x04, slot.name).put(byte(0x07), slot.used ? 4 : 3);
     const auto array = next;
-    add(16, 0x17).put(byte(0x05), 3).put(dword(0x07), 0x08000000).put(word(0x0D), static_cast<std::uint16_t>(dimms.size()));
+    add(16, 0x17)
+        .put(byte(0x05), 3)
+        .put(dword(0x07), 0x08000000)
+        .put(word(0x0D), static_cast<std::uint16_t>(dimms.size()));
     add(19, 0x0F).put(dword(0x08), mappedEnd).put(word(0x0C), array);
     for (const auto& dimm : dimms) {
         auto& structure = add(17, 0x28);

@@ -69,7 +69,8 @@ TEST(Reader, SaysWhatIsWrongAndWhere)
         {headed("\"x\":" + std::string(100000, '[')), "it is nested deeper than any inventory"},
     };
     for (const auto& [text, expected] : cases)
-        EXPECT_EQ(problemOf([&] { read(text, "x.json"); }), "cannot read x.json: " + std::string(expected)) << text;
+        EXPECT_EQ(problemOf([&given = text] { read(given, "x.json"); }), "cannot read x.json: " + std::string(expected))
+            << text;
 }
 
 TEST(Reader, PassesOverWhatLaterVersionsMayAdd)

@@ -25,7 +25,11 @@ struct Company
     std::uint64_t high = 0;
     std::size_t links = 0;
 
-    auto operator<=>(const Company&) const = default;
+    bool operator==(const Company&) const = default;
+    bool operator<(const Company& other) const
+    {
+        return std::tie(low, high, links) < std::tie(other.low, other.high, other.links);
+    }
 
     void add(const Link& link, std::size_t pair)
     {
@@ -176,12 +180,13 @@ std::vector<std::size_t> Pairing::left(int side, unsigned type) const
 template <class Key>
 bool Pairing::joinInOrder(Step step, unsigned type, Key key)
 {
-    using Held = decltype(key(0, std::size_t{0}))::value_type;
+    using Held = typename decltype(key(0, std::size_t{0}))::value_type;
     std::map<Held, std::vector<std::size_t>> waiting;
     auto others = left(1, type);
-    for (auto other = others.rbegin(); other != others.rend(); ++other)
-        if (auto held = key(1, *other))
-            waiting[std::move(*held)].push_back(*other);
+    std::ranges::reverse(others); // the first is taken from the end
+    for (const auto other : others)
+        if (auto held = key(1, other))
+            waiting[std::move(*held)].push_back(other);
     Couples couples;
     for (const auto device : left(0, type)) {
         const auto held = key(0, device);
@@ -203,8 +208,7 @@ std::vector<unsigned> Pairing::types() const
             if (side->isCompared(i))
                 all.push_back((*side)[i].type);
     std::ranges::sort(all);
-    const auto repeated = std::ranges::unique(all);
-    all.erase(repeated.begin(), repeated.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
     return all;
 }
 
@@ -255,8 +259,7 @@ void Pairing::sameCompany()
         if (couples.empty())
             return;
         std::ranges::sort(couples);
-        const auto repeated = std::ranges::unique(couples);
-        couples.erase(repeated.begin(), repeated.end());
+        couples.erase(std::unique(couples.begin(), couples.end()), couples.end());
         join(couples, Step::Company);
     }
 }
@@ -304,7 +307,8 @@ void forgetRenamedPlaces(Devices& a, Devices& b)
     for (const auto* side : {&a, &b}) {
         const auto* other = side == &a ? &b : &a;
         for (const auto& [type, places] : side->placesByType())
-            if (std::ranges::none_of(places, [&](const auto& p) { return other->countInPlace(type, p.first) != 0; }))
+            if (std::ranges::none_of(places,
+                                     [&, of = type](const auto& p) { return other->countInPlace(of, p.first) != 0; }))
                 renamed.push_back(type);
     }
     for (const unsigned type : renamed) {

@@ -128,8 +128,7 @@ void Devices::readLinks()
                 forEachHandle(property.value, [&](auto handle) { add(i, property.name, handle); });
     }
     std::ranges::sort(all);
-    const auto repeated = std::ranges::unique(all);
-    all.erase(repeated.begin(), repeated.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
 
     links_.reserve(all.size());
     for (const auto& [from, link] : all) {

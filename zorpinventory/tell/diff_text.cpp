@@ -251,10 +251,7 @@ void Text::append(std::string& text, const Line& line, std::size_t kindColumns, 
         left += line.headline;
     while (left.ends_with(' ') && line.details.empty())
         left.pop_back();
-    const auto paint = [&](const std::string& part) {
-        return looks_.colours ? std::string(colour) + part + "\x1B[0m" : part;
-    };
-    text += paint(left);
+    text += looks_.colours ? std::string(colour) + left + "\x1B[0m" : left;
     const std::size_t start = 2 + kindColumns + kGap.size() + headlineColumns + kGap.size();
     std::size_t used = columnsOf(left);
     for (const auto& detail : line.details) {
