@@ -33,7 +33,8 @@ std::string digitsOf(std::string_view number)
     return digits;
 }
 
-/// Whether a number is whole and fits 64 bits, or is a double with no more digits than it takes to tell it from others.
+/// Whether a number is whole and fits 64 bits, or the one behind them, or is a double with no more digits than it takes
+/// to tell it from others.
 bool readsBack(std::string_view text)
 {
     const char* const end = text.data() + text.size();
@@ -42,7 +43,7 @@ bool readsBack(std::string_view text)
         return error == std::errc() && stop == end;
     };
     if (text.find_first_of(".eE") == std::string_view::npos)
-        return isRead(std::uint64_t{}) || isRead(std::int64_t{});
+        return isRead(std::uint64_t{}) || isRead(std::int64_t{}) || text == "18446744073709551616";
     double number = 0;
     std::from_chars(text.data(), end, number);
     std::array<char, 32> shortest{};
