@@ -13,10 +13,11 @@ file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/changelog ${documents}/changelog.Debian
 execute_process(
     COMMAND chmod 644 ${share}/lintian/overrides/${CPACK_PACKAGE_NAME} ${documents}/changelog.Debian
     COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB programs ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/bin/*)
+file(GLOB pages ${share}/man/man1/*)
 execute_process(
-    COMMAND strip --remove-section=.comment --remove-section=.note
-            ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/bin/${CPACK_PACKAGE_NAME}
+    COMMAND strip --remove-section=.comment --remove-section=.note ${programs}
     COMMAND_ERROR_IS_FATAL ANY)
 execute_process(
-    COMMAND gzip -9n ${documents}/changelog ${documents}/changelog.Debian ${share}/man/man1/${CPACK_PACKAGE_NAME}.1
+    COMMAND gzip -9n ${documents}/changelog ${documents}/changelog.Debian ${pages}
     COMMAND_ERROR_IS_FATAL ANY)

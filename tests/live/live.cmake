@@ -16,11 +16,13 @@ endfunction()
 
 add_live_test(writes ${CMAKE_CURRENT_LIST_DIR}/writes.sh ${release_program} ${sample})
 
-add_live_test(hardening ${CMAKE_CURRENT_LIST_DIR}/hardening.sh ${release_program} ${windows_program})
+add_live_test(hardening ${CMAKE_CURRENT_LIST_DIR}/hardening.sh
+    ${release_program} ${PROJECT_SOURCE_DIR}/build/release/bin/zorpinventory ${windows_program})
 
 add_live_test(manual ${CMAKE_CURRENT_LIST_DIR}/manual.sh
     ${PROJECT_SOURCE_DIR}/man/zorpsysinfosmbios2.1 $<TARGET_FILE:zorpsysinfosmbios2>
     ${PROJECT_SOURCE_DIR}/modules/src/multi/sysinfo/zorpsysinfosmbios2)
+add_live_test(manual-zorpinventory ${CMAKE_CURRENT_LIST_DIR}/manual.sh ${PROJECT_SOURCE_DIR}/man/zorpinventory.1)
 
 foreach(shell bash zsh fish)
     add_live_test(completions-${shell} ${CMAKE_CURRENT_LIST_DIR}/completions.py ${shell}

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # The manual page is well-formed, and has every option of the program and every code that the module logs.
 #
-#     manual.sh PAGE PROGRAM MODULE_FOLDER
+#     manual.sh PAGE [PROGRAM MODULE_FOLDER]
 set -euo pipefail
-page=$1 program=$2 module=$3
+page=$1 program=${2:-} module=${3:-}
 
 for tool in col groff mandoc; do
     command -v "$tool" >/dev/null || {
@@ -26,6 +26,8 @@ text=$(mandoc -Tascii "$page" | col -b)
 sed -n 's/^\.Dl //p' "$page" | sed 's/\\&//g' | while read -r line; do
     grep -qF -- "$line" <<<"$text" || fail "this line is not shown: $line"
 done
+[ -n "$program" ] || exit 0
+
 options=$("$program" --help | grep -oE -- '--[a-z][a-z-]+' | sort -u)
 codes=$(grep -rhoE '"[0-9]{3,4} "' "$module" | tr -d '" ')
 [ -n "$options" ] && [ -n "$codes" ] || fail "nothing to look for"

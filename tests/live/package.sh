@@ -54,7 +54,7 @@ debian() {
     "${root[@]}" dpkg --path-include='/usr/share/*' -i "$deb" >/dev/null
     present | cmp - paths || fail "not all was installed"
 
-    "$tests/hardening.sh" "/usr/bin/$name"
+    "$tests/hardening.sh" "/usr/bin/$name" /usr/bin/zorpinventory
     "/usr/bin/$name" -f json -s LoadTable=sample.dmi >installed.json 2>/dev/null
     python3 -m json.tool installed.json >/dev/null || fail "the document is not valid"
     cmp installed.json expected.json || fail "the installed program prints something else"
