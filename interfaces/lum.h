@@ -146,7 +146,7 @@ private:
 class CString
 {
 public:
-    explicit CString(String text) : text_(std::move(text)) {}
+    explicit CString(const String& text) : text_(text) {}
 
     /// NUL-terminated, valid while this object lives.
     const char* c_str() const { return text_.bytes().data(); }

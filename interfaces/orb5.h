@@ -244,7 +244,7 @@ public:
     /// A number of a floating type; PERCENT is the only one.
     Value(double number, const DataType& type);
     explicit Value(const char* text) : held_(OrbString(text)) {}
-    explicit Value(const OrbString& text) : held_(text) {}
+    explicit Value(OrbString text) : held_(std::move(text)) {}
     explicit Value(const lum::String& text) : held_(std::in_place_type<OrbString>, text) {}
     explicit Value(const OrbDiscreteMeasurement& measurement) : held_(measurement) {}
 

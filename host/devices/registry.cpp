@@ -47,7 +47,6 @@ std::vector<std::string> declaredTexts()
 namespace orb5
 {
 
-using embedded_host::Property;
 using embedded_host::devices::DeclaredText;
 using embedded_host::devices::registry;
 

@@ -27,7 +27,7 @@ Memory& shared()
 
 bool contains(std::span<const unsigned char> memory, const void* text)
 {
-    const std::less<const void*> before; // a total order, whatever is pointed into
+    const std::less<> before; // a total order, whatever is pointed into
     return !before(text, memory.data()) && before(text, memory.data() + memory.size());
 }
 
