@@ -127,13 +127,17 @@ std::string zshCompletion(std::span<const Command> commands)
         for (const auto& option : optionsOf(command)) {
             const auto names = namesOf(option);
             text += " \\\n            ";
-            const std::string value = option.isFlag() ? "" : "=";
-            const std::string shortValue = option.isFlag() ? "" : "+";
-            const std::string repeated = option.repeatable ? "'*'" : "'(" + joined(names, " ") + ")'";
-            text += repeated;
-            text += names.size() == 1 ? "'" + names[0] + value + "'"
-                                      : "{" + names[0] + shortValue + "," + names[1] + value + "}";
-            text += "'[" + std::string(option.says) + "]";
+            const char* value = option.isFlag() ? "" : "=";
+            if (option.repeatable)
+                text += "'*'";
+            else
+                text.append("'(").append(joined(names, " ")).append(")'");
+            if (names.size() == 1)
+                text.append("'").append(names[0]).append(value).append("'");
+            else
+                text.append("{").append(names[0]).append(option.isFlag() ? "," : "+,").append(names[1]).append(value) +=
+                    "}";
+            text.append("'[").append(option.says).append("]");
             if (!option.isFlag())
                 text += ":" + std::string(option.value) + ":";
             if (option.completes == Completes::Choices)

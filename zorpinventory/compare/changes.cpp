@@ -11,7 +11,6 @@
 namespace zorpinventory::compare
 {
 
-using document::Device;
 using document::Property;
 
 namespace

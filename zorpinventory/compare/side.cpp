@@ -127,7 +127,7 @@ void Devices::readLinks()
             if (knowledge::isLink(property.name))
                 forEachHandle(property.value, [&](auto handle) { add(i, property.name, handle); });
     }
-    std::ranges::sort(all);
+    std::sort(all.begin(), all.end());
     all.erase(std::unique(all.begin(), all.end()), all.end());
 
     links_.reserve(all.size());

@@ -5,6 +5,7 @@
 #include "identity/identity.h"
 
 #include <map>
+#include <tuple>
 #include <unordered_map>
 
 namespace zorpinventory::compare
@@ -19,7 +20,11 @@ struct Link
     std::string_view name;
     bool outward;
 
-    auto operator<=>(const Link&) const = default;
+    bool operator==(const Link&) const = default;
+    bool operator<(const Link& link) const
+    {
+        return std::tie(other, name, outward) < std::tie(link.other, link.name, link.outward);
+    }
 };
 
 /// What is compared of a document: its devices but the groups, their places, their links, and whom they are paired

@@ -37,7 +37,7 @@ std::filesystem::path moduleProgram()
     std::ranges::move(embedded_host::platform::programFolders(), std::back_inserter(folders));
     for (const auto& folder : folders) {
         std::error_code ignored;
-        const auto program = folder / (std::string(kModuleProgram) + embedded_host::platform::kProgramEnding);
+        auto program = folder / (std::string(kModuleProgram) + embedded_host::platform::kProgramEnding);
         if (std::filesystem::is_regular_file(program, ignored))
             return program;
     }

@@ -67,11 +67,8 @@ struct Line
     std::vector<std::string> details;
 };
 
-/// The device that a line is about: what is there, or what was.
-const Device& subject(const Change& change)
-{
-    return change.what == What::Removed || change.b.device == nullptr ? *change.a.device : *change.b.device;
-}
+/// The side whose device a line is about: what is there, or what was.
+const compare::Side& subject(const Change& change) { return change.what == What::Removed ? change.a : change.b; }
 
 class Text
 {
@@ -117,7 +114,7 @@ std::string Text::headline(const Change& change) const
 {
     const bool isPair = change.a.device != nullptr && change.b.device != nullptr;
     const bool showsBoth = isPair && change.what != What::Added && change.what != What::Removed;
-    const auto& side = &subject(change) == change.a.device ? change.a : change.b;
+    const auto& side = subject(change);
     std::string text = name(change, side);
     if (showsBoth)
         if (const auto before = name(change, change.a); before != text)
@@ -207,7 +204,7 @@ std::vector<std::string> Text::details(const Change& change) const
     const auto isSerial = [&](const Difference& difference) { return contains(kind.serials, difference.name); };
     if (change.what == What::Added || change.what == What::Removed || change.what == What::Moved) {
         for (const auto property : kind.serials) {
-            const auto serial = subject(change).text(property);
+            const auto serial = subject(change).device->text(property);
             if (texts.empty() && identity::isReal(property, serial))
                 texts.push_back(message("serial %1", printable(serial)));
         }

@@ -205,6 +205,7 @@ std::vector<std::string> processors(const Summary& summary)
 std::vector<std::string> supplies(const std::vector<summary::Supply>& all)
 {
     std::vector<std::string> parts;
+    parts.reserve(all.size());
     for (const auto& supply : all)
         parts.push_back(joined({printable(supply.maker), printable(supply.name), supply.rating}, " "));
     return parts;
