@@ -282,7 +282,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments, const Spe
     std::ranges::transform(written.settings, std::back_inserter(line.settings.given), splitSetting);
     if (written.named.size() > 1)
         throw std::runtime_error(
-            message("one table is read at a time, not \"%1\" and \"%2\"", written.named[0], written.named[1]));
+            message("one table is read at a time, not %1 and %2", written.named[0], written.named[1]));
     for (auto& table : written.named)
         line.settings.given.emplace_back("LoadTable", std::move(table));
     for (const auto& text : written.types)
