@@ -30,7 +30,7 @@ linux() {
     if grep -q INTERP <<<"$facts"; then
         facts=$(nm -D "$program")
         has __stack_chk_fail "no stack protector"
-        has __vsnprintf_chk "no fortified functions"
+        has "printf_chk" "no fortified functions"
         return
     fi
     # Debian's static libraries alone bring 460 reads of the stack protector's value and 1,900 marks of branch targets.
