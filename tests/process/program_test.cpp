@@ -295,7 +295,7 @@ TEST(CommandLine, MistakesAreToldOnStandardOutputWithExitCode0)
         {"--nonsense -al de", "es gibt keine Option --nonsense ("},
         {"--language=zh_CN -f xml", "“xml”"},
         {"-l de --settings /nonexistent\x1B.ini", "/nonexistent\\x1B.ini: Datei"},
-        {"one two", "not \"one\" and \"two\""},
+        {"one two", "not one and two"},
         {"-t 256", "\"256\" is no structure type"},
         {"-t 17,memry", "did you mean memory?"},
         {"-f xml", "xml"},
