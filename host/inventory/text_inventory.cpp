@@ -17,15 +17,11 @@ namespace embedded_host::inventory
 namespace
 {
 
+using outline::Manner;
+using outline::Role;
 using services::message;
 using services::translatable;
 using NumberKind = lum::Number::Kind;
-
-/// Deeper devices are not indented further, so that a hostile chain of links cannot make the text grow by its square.
-constexpr std::size_t kDeepestIndent = 16;
-
-/// Values are not wrapped to less, however narrow the terminal is.
-constexpr std::size_t kNarrowest = 20;
 
 /// The module's own words, the same in every language.
 constexpr std::string_view kUnknown = "UNKNOWN";
@@ -33,21 +29,6 @@ constexpr std::string_view kNone = "NONE";
 
 constexpr std::string_view kGap = "  ";
 constexpr std::string_view kComma = ", ";
-
-constexpr std::string_view kPlain = "\x1B[0m";
-constexpr std::string_view kBold = "\x1B[1m";
-constexpr std::string_view kFaint = "\x1B[2m";
-
-/// What the tree is drawn with.
-struct Lines
-{
-    std::string_view child;
-    std::string_view lastChild;
-    std::string_view through;
-    std::string_view nothing;
-};
-constexpr Lines kLines = {"├─ ", "└─ ", "│  ", "   "};
-constexpr Lines kAsciiLines = {"|- ", "`- ", "|  ", "   "};
 
 bool isInTier(const Property& property)
 {
@@ -123,51 +104,10 @@ std::string bytesShown(std::uint64_t bytes)
     return std::string(bytesOf(size.toString(orb5::OrbUnitMagnitude::AUTOSCALEUNIT())));
 }
 
-/// How much of a text fits into a line, and how much of it there is until the next begins.
-struct Line
-{
-    std::size_t shown;
-    std::size_t taken;
-};
-
-/// Breaks at blanks where there are some.
-Line firstLine(std::string_view text, std::size_t columns)
-{
-    std::string_view rest = text; // behind what fits
-    std::size_t used = 0;
-    std::size_t behindBlank = 0;
-    while (!rest.empty()) {
-        std::string_view next = rest;
-        const char32_t code = services::takeCharacter(next);
-        used += services::columnsPrinted(code);
-        if (code == ' ' && used <= columns + 1)
-            behindBlank = text.size() - next.size();
-        if (used > columns)
-            break;
-        rest = next;
-    }
-    if (rest.empty())
-        return {text.size(), text.size()};
-    if (behindBlank != 0)
-        return {behindBlank - 1, behindBlank};
-    const auto end = text.size() - rest.size();
-    return {end, end};
-}
-
-/// Links the children of every device anew, leaving out what is not shown.
-void prune(std::vector<TreeNode>& tree, const std::vector<bool>& shown)
-{
-    for (auto& node : tree)
-        node.firstChild = node.next = kNoDevice;
-    for (auto i = static_cast<DeviceIndex>(tree.size()); i > 1; --i)
-        if (shown[i - 1])
-            tree[i - 1].next = std::exchange(tree[tree[i - 1].parent].firstChild, i - 1);
-}
-
 } // namespace
 
 TextInventory::TextInventory(writing::Output& output, Detail detail, const Looks& looks, const StructureTypes& types)
-    : output_(output), detail_(detail), looks_(looks), types_(types)
+    : detail_(detail), types_(types), drawing_(output, looks)
 {
     const auto& language = lum::LumLocale::getGlobalLocale().language();
     notInstalled_ = texts::translation(language, "NotInstalled");
@@ -186,7 +126,7 @@ const TextInventory::Label& TextInventory::labelOf(const Property& property)
         auto text = texts::translation(language, std::string("LocalizedString.propname_").append(property.name));
         if (text.empty())
             text = property.name;
-        label = {std::string(text), services::columnsOf(text), isInTier(property), mannerOf(property.name)};
+        label = {std::string(text), services::columnsOf(text), isInTier(property), outline::mannerOf(property.name)};
     }
     return *label;
 }
@@ -304,7 +244,8 @@ void TextInventory::keepRow(const HeldProperty& property, const DeviceRecord& de
     const auto& label = labelOf(declaration);
     const auto& manner = label.manner;
     const bool all = detail_ == Detail::All;
-    const bool told = vacant || !label.inTier || manner.headline != kNotInHeadline || manner.role >= Role::ArrayMaximum;
+    const bool told =
+        vacant || !label.inTier || manner.headline != outline::kNotInHeadline || manner.role >= Role::ArrayMaximum;
     const auto count = countTexts(property.value);
     if (!all && (told || count == 0)) {
         left_ += std::max<std::size_t>(count, 1);
@@ -338,15 +279,25 @@ void TextInventory::addToArray(const DeviceRecord& device, const HeldProperty& s
     modules.bytes += bytes.value_or(0);
 }
 
+void TextInventory::addToTree(const DeviceRecord& device)
+{
+    const auto* parent = device.find("smbios2_parent");
+    const auto handle = parent != nullptr ? parent->toString() : orb5::OrbString();
+    tree_.add(device.uid.bytes(), !device.uids.empty(), bytesOf(handle));
+    for (std::size_t i = 0; i < device.childBusIds.size(); ++i)
+        if (const auto child = device.childBusIds[i]; child.id)
+            tree_.addChild(child.id->bytes());
+}
+
 void TextInventory::take(DeviceRecord&& device)
 {
     blocks_.push_back(kept_.size());
-    tree_.add(device);
+    addToTree(device);
     telling_.clear();
     special_.clear();
     for (const auto& property : device.properties) {
         const auto& label = labelOf(*property.declaration);
-        if (label.manner.headline != kNotInHeadline)
+        if (label.manner.headline != outline::kNotInHeadline)
             telling_.push_back({&property, &label});
         if (label.manner.role != Role::None)
             special_.push_back({&property, &label});
@@ -364,51 +315,14 @@ void TextInventory::take(DeviceRecord&& device)
     keep(Mark::End, 0, {});
 }
 
-/// The wanted devices, those on their way to the root, and the root.
-std::vector<bool> TextInventory::shownDevices(const std::vector<TreeNode>& tree) const
-{
-    std::vector<bool> shown(tree.size());
-    shown[0] = true;
-    for (DeviceIndex i = 0; i < tree.size(); ++i)
-        for (DeviceIndex at = i; wanted_[i] && !shown[at]; at = tree[at].parent)
-            shown[at] = true;
-    return shown;
-}
-
 void TextInventory::end(const WithoutDevice& others)
 {
     if (blocks_.empty())
         return;
     auto tree = tree_.tree();
     if (types_.any())
-        prune(tree, shownDevices(tree));
-
-    const auto& lines = looks_.ascii ? kAsciiLines : kLines;
-    std::array<std::string, kDeepestIndent + 1> beside; // the lines of the tree left of what hangs under each level
-    std::size_t depth = 0;
-    for (DeviceIndex at = 0;;) {
-        const auto& node = tree[at];
-        const std::size_t level = std::min(depth, kDeepestIndent);
-        std::string branch;
-        if (level != 0) {
-            const bool last = node.next == kNoDevice;
-            branch.append(beside[level - 1]).append(last ? lines.lastChild : lines.child);
-            beside[level] = beside[level - 1];
-            beside[level] += last ? lines.nothing : lines.through;
-        }
-        writeBlock(blocks_[at], branch,
-                   beside[level] + std::string(node.firstChild == kNoDevice ? lines.nothing : lines.through));
-        if (node.firstChild != kNoDevice) {
-            at = node.firstChild;
-            ++depth;
-            continue;
-        }
-        for (; at != 0 && tree[at].next == kNoDevice; --depth)
-            at = tree[at].parent;
-        if (at == 0)
-            break;
-        at = tree[at].next;
-    }
+        outline::restrictTo(tree, wanted_);
+    drawing_.forEach(tree, [&](auto device, const auto& beside) { writeBlock(blocks_[device], beside); });
     writeWhatIsMissing(others);
 }
 
@@ -436,7 +350,7 @@ std::string TextInventory::arrayParts(std::uint16_t handle, std::string_view max
     return parts;
 }
 
-void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, const std::string& beside)
+void TextInventory::writeBlock(std::uint64_t at, const outline::Beside& beside)
 {
     std::size_t labelColumns = 0;
     std::size_t headlineSize = 0;
@@ -450,7 +364,6 @@ void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, cons
     }
 
     const Row first = rowAt(at);
-    const auto style = first.mark;
     const auto name = services::printable(kept_.read(at + sizeof first, first.size));
     at += sizeof first + first.size;
     std::string telling;
@@ -484,16 +397,15 @@ void TextInventory::writeBlock(std::uint64_t at, const std::string& branch, cons
     if (array)
         if (const auto parts = arrayParts(*array, maximum, sockets); !parts.empty())
             tell(parts);
-    const auto nameColumns = services::columnsOf(name);
-    writeLines(branch, beside, {name, nameColumns, nameColumns}, style, telling);
+    drawing_.headline(beside, name, first.mark == Mark::Empty, telling);
 
     for (std::optional<std::uint16_t> before; row.mark != Mark::End; row = rowAt(at)) {
         const auto text = kept_.read(at + sizeof row, row.size);
         const auto& label = *labels_[row.number];
         const bool further = before == row.number; // an element of the same list
-        writeLines(beside, beside,
-                   further ? LabelCell{{}, 0, labelColumns} : LabelCell{label.text, label.columns, labelColumns},
-                   row.mark, row.mark == Mark::Missing ? wordFor(text) : text);
+        const bool missing = row.mark == Mark::Missing;
+        drawing_.row(beside, {further ? "" : label.text, further ? 0 : label.columns, labelColumns}, missing,
+                     missing ? wordFor(text) : text);
         before = row.number;
         at += sizeof row + row.size;
     }
@@ -506,74 +418,6 @@ std::string TextInventory::wordFor(std::string_view text) const
         return message("not installed");
     // Translators: a value of a device that the firmware does not tell, and one that there is not.
     return text == kNone ? message("none") : message("unknown");
-}
-
-/// Writes a label, or a device's name, and what is said of it, on more than one line where it is too long for one: the
-/// rest of a value stands under its beginning, that of a headline a little to the right of what hangs under it.
-void TextInventory::writeLines(std::string_view left, std::string_view beside, LabelCell label, Mark mark,
-                               std::string_view text)
-{
-    const bool headline = mark == Mark::Name || mark == Mark::Empty;
-    const bool pale = mark == Mark::Empty || mark == Mark::Missing;
-    const auto labelColour = mark == Mark::Name ? kBold : mark == Mark::Empty ? kFaint : std::string_view();
-    const auto leftFor = [&](std::size_t used) { return looks_.columns - std::min(looks_.columns, used); };
-    std::size_t indent = label.width + kGap.size();
-    std::size_t columns = looks_.columns == 0 ? 0 : leftFor(services::columnsOf(left) + indent);
-    for (bool first = true; first || !text.empty(); first = false) {
-        Line line{text.size(), text.size()};
-        if (looks_.columns != 0 && headline && first && columns < kNarrowest && services::columnsOf(text) > columns)
-            line = {0, 0};
-        else if (looks_.columns != 0)
-            line = firstLine(text, std::max(kNarrowest, columns));
-
-        const auto end = paint(kFaint);
-        output_.write(left);
-        output_.write(end);
-        const auto endOfLabel = paint(labelColour);
-        output_.write(label.text);
-        output_.write(endOfLabel);
-        if (line.shown != 0) {
-            blanks_.resize(std::max(blanks_.size(), indent), ' ');
-            output_.write(std::string_view(blanks_).substr(0, indent - label.columns));
-            const auto endOfText = paint(pale ? kFaint : std::string_view());
-            writePrintable(text.substr(0, line.shown));
-            output_.write(endOfText);
-        }
-        output_.write("\n");
-        text.remove_prefix(line.taken);
-        left = beside;
-        label = {};
-        if (headline && looks_.columns != 0) {
-            indent = kGap.size();
-            columns = leftFor(services::columnsOf(left) + indent);
-        }
-    }
-}
-
-/// Begins a colour. Returns what ends it.
-std::string_view TextInventory::paint(std::string_view colour)
-{
-    if (!looks_.colours || colour.empty())
-        return {};
-    output_.write(colour);
-    return kPlain;
-}
-
-/// Writes a text of any length as it may be shown.
-void TextInventory::writePrintable(std::string_view text)
-{
-    constexpr std::size_t kPiece = 4096;
-    while (!text.empty()) {
-        const auto piece = text.substr(0, services::characterEnd(text, kPiece));
-        text.remove_prefix(piece.size());
-        if (services::plainPrefix(piece) == piece.size()) {
-            output_.write(piece);
-            continue;
-        }
-        shown_.clear();
-        services::appendPrintable(shown_, piece);
-        output_.write(shown_);
-    }
 }
 
 /// "261 lines not shown (--all); 35 structures have no device: types 36, 43, 126"
@@ -592,14 +436,7 @@ void TextInventory::writeWhatIsMissing(const WithoutDevice& others)
                                                        : translatable("1 structure has no device: type %2");
         sentence.append(sentence.empty() ? "" : "; ").append(message(english, others.structures, types));
     }
-    for (std::string_view rest = sentence; !rest.empty();) {
-        const auto line = firstLine(rest, looks_.columns == 0 ? rest.size() : std::max(kNarrowest, looks_.columns));
-        const auto end = paint(kFaint);
-        output_.write(rest.substr(0, line.shown));
-        output_.write(end);
-        output_.write("\n");
-        rest.remove_prefix(line.taken);
-    }
+    drawing_.remark(sentence);
 }
 
 void writeCatalogueAsText(writing::Output& output)

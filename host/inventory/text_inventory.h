@@ -1,13 +1,12 @@
 // The inventory for people: the tree of devices with what they tell.
 #pragma once
 
-#include "by_handle.h"
 #include "embedded_host/inventory.h"
 #include "kept_text.h"
-#include "manners.h"
+#include "outline/by_handle.h"
+#include "outline/drawing.h"
+#include "outline/manners.h"
 #include "structure_types.h"
-#include "tree.h"
-#include "writing/output.h"
 
 namespace embedded_host::inventory
 {
@@ -18,13 +17,7 @@ enum class Detail {
     All,
 };
 
-/// What the place can show where the text is read.
-struct Looks
-{
-    std::size_t columns = 0; ///< long values are wrapped there; 0 for no limit
-    bool colours = false;
-    bool ascii = false; ///< the tree is drawn in ASCII
-};
+using outline::Looks;
 
 /// Structures that no device was made of.
 struct WithoutDevice
@@ -52,7 +45,7 @@ private:
         std::string text;
         std::size_t columns;
         bool inTier; ///< of those that are usually shown
-        Manner manner;
+        outline::Manner manner;
     };
 
     /// What is kept of a device until its place is known, as far as it can be laid out before.
@@ -82,14 +75,6 @@ private:
         const Label* label;
     };
 
-    /// What stands before a value.
-    struct LabelCell
-    {
-        std::string_view text;
-        std::size_t columns; ///< of the text
-        std::size_t width;   ///< of all labels of the device
-    };
-
     /// The modules of a memory array.
     struct Modules
     {
@@ -100,7 +85,7 @@ private:
     };
 
     const Label& labelOf(const Property& property);
-    bool isNothing(const Manner& manner, const orb5::OrbString& text) const;
+    bool isNothing(const outline::Manner& manner, const orb5::OrbString& text) const;
     bool isMissing(const orb5::OrbString& text) const;
     bool isVacant() const;
     bool isRepeated(const Label& label, const DeviceRecord& device, std::string_view text) const;
@@ -109,21 +94,16 @@ private:
     void keepHeadline(const DeviceRecord& device, bool vacant);
     void keepRange(const orb5::Value& start, const orb5::Value& end);
     void keepRow(const HeldProperty& property, const DeviceRecord& device, bool vacant);
+    void addToTree(const DeviceRecord& device);
     void addToArray(const DeviceRecord& device, const HeldProperty& size);
 
-    std::vector<bool> shownDevices(const std::vector<TreeNode>& tree) const;
     Row rowAt(std::uint64_t at);
     std::string wordFor(std::string_view text) const;
     std::string arrayParts(std::uint16_t handle, std::string_view maximum, std::string_view sockets) const;
-    void writeBlock(std::uint64_t at, const std::string& branch, const std::string& beside);
-    void writeLines(std::string_view left, std::string_view beside, LabelCell label, Mark mark, std::string_view text);
-    void writePrintable(std::string_view text);
-    std::string_view paint(std::string_view colour);
+    void writeBlock(std::uint64_t at, const outline::Beside& beside);
     void writeWhatIsMissing(const WithoutDevice& others);
 
-    writing::Output& output_;
     Detail detail_;
-    Looks looks_;
     StructureTypes types_;
     std::string notInstalled_; ///< the size of an empty memory socket, in the user's language
     std::string_view unknown_; ///< an enumerated value that the firmware does not know, likewise
@@ -131,16 +111,15 @@ private:
     std::string_view reserved_;
     std::string_view outOfRange_;
     std::vector<std::optional<Label>> labels_; ///< those that were needed so far
-    TreeBuilder tree_;
+    outline::TreeBuilder tree_;
+    outline::Drawing drawing_;
     KeptText kept_;
-    std::deque<std::uint64_t> blocks_; ///< where the devices begin in it
-    std::vector<bool> wanted_;         ///< of the devices, when they are restricted
-    ByHandle<Modules> modules_;        ///< by their array
-    std::size_t left_ = 0;             ///< lines that were left out
-    std::vector<Special> telling_;     ///< what the headline of the device that is taken shows
-    std::vector<Special> special_;     ///< its properties with a role
-    std::string shown_;                ///< the piece of text that is written
-    std::string blanks_;               ///< as many as a label has columns
+    std::deque<std::uint64_t> blocks_;   ///< where the devices begin in it
+    std::vector<bool> wanted_;           ///< of the devices, when they are restricted
+    outline::ByHandle<Modules> modules_; ///< by their array
+    std::size_t left_ = 0;               ///< lines that were left out
+    std::vector<Special> telling_;       ///< what the headline of the device that is taken shows
+    std::vector<Special> special_;       ///< its properties with a role
 };
 
 /// Prints all declarations as a table.

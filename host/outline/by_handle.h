@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-namespace embedded_host::inventory
+namespace embedded_host::outline
 {
 
 /// One T for each handle, made when it is first asked for. Handles lie close together, so memory comes in pages: a
@@ -35,4 +35,4 @@ private:
     std::array<std::unique_ptr<Page>, 0x10000 / kPage> pages_;
 };
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::outline

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "by_handle.h"
-#include "embedded_host/inventory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace embedded_host::inventory
+namespace embedded_host::outline
 {
 
 /// A device is told by its index, in the order of publication.
@@ -35,9 +34,13 @@ struct TreeNode
 class TreeBuilder
 {
 public:
-    /// Adds the device published next. Nothing of its child list is kept but who named a child first: hostile lists may
-    /// be many times longer than the table that they come from.
-    void add(const DeviceRecord& device);
+    /// Adds the device published next: its unique identifier, whether it has a type-level one too, and the handle of
+    /// its parent, empty for none.
+    void add(std::string_view uid, bool hasTypeLevelUid, std::string_view parent);
+
+    /// Adds a child, by its handle, to the device that was added last. Nothing is kept but who named a child first:
+    /// hostile lists may be many times longer than the table that they come from.
+    void addChild(std::string_view handle);
 
     std::size_t size() const { return devices_.size(); }
 
@@ -76,4 +79,7 @@ private:
     First bornBy_;  ///< as its own
 };
 
-} // namespace embedded_host::inventory
+/// Leaves nothing in the tree but the wanted devices, those on their way to the root, and the root.
+void restrictTo(std::vector<TreeNode>& tree, const std::vector<bool>& wanted);
+
+} // namespace embedded_host::outline

@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-namespace embedded_host::inventory
+namespace embedded_host::outline
 {
 
 /// What a property tells beside its own row.
@@ -38,4 +38,4 @@ struct Manner
 /// The manner of the property of this name.
 Manner mannerOf(std::string_view property);
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::outline

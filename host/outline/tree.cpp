@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-namespace embedded_host::inventory
+namespace embedded_host::outline
 {
 
 namespace
@@ -17,13 +17,12 @@ constexpr std::size_t kHandles = 0x10000;
 constexpr std::string_view kPrefix = "SMBIOS:";
 
 /// How others link to a device: its identifier without "SMBIOS:" and without an instance number.
-std::string_view nameOf(const DeviceRecord& device)
+std::string_view nameOf(std::string_view uid)
 {
-    std::string_view text = device.uid.bytes();
-    if (!text.starts_with(kPrefix))
+    if (!uid.starts_with(kPrefix))
         return {};
-    text.remove_prefix(kPrefix.size());
-    return text.substr(0, text.find(':'));
+    uid.remove_prefix(kPrefix.size());
+    return uid.substr(0, uid.find(':'));
 }
 
 /// The handle in a name such as "0x00AB".
@@ -95,21 +94,19 @@ TreeBuilder::Name TreeBuilder::nameFor(std::string_view text)
     return name;
 }
 
-void TreeBuilder::add(const DeviceRecord& device)
+void TreeBuilder::add(std::string_view uid, bool hasTypeLevelUid, std::string_view parent)
 {
     const auto index = static_cast<DeviceIndex>(devices_.size());
-    const Name name = nameFor(nameOf(device));
-    Name parent = kNobody;
-    if (const auto* value = device.find("smbios2_parent"); value != nullptr)
-        parent = nameFor(value->toString().lumString().bytes());
-    for (std::size_t i = 0; i < device.childBusIds.size(); ++i) {
-        const auto child = device.childBusIds[i];
-        if (const Name named = child.id ? nameFor(child.id->bytes()) : kNobody; named != name && named != kNobody)
-            namedBy_.add(named, index);
-    }
+    const Name name = nameFor(nameOf(uid));
     if (name != kNobody)
         bornBy_.add(name, index);
-    devices_.push_back({name & kNobody, device.uids.empty() ? 0u : 1u, parent});
+    devices_.push_back({name & kNobody, hasTypeLevelUid ? 1u : 0u, nameFor(parent)});
+}
+
+void TreeBuilder::addChild(std::string_view handle)
+{
+    if (const Name named = nameFor(handle); named != devices_.back().name && named != kNobody)
+        namedBy_.add(named, static_cast<DeviceIndex>(devices_.size() - 1));
 }
 
 DeviceIndex TreeBuilder::parentOf(DeviceIndex device) const
@@ -136,4 +133,18 @@ std::vector<TreeNode> TreeBuilder::tree() const
     return tree;
 }
 
-} // namespace embedded_host::inventory
+void restrictTo(std::vector<TreeNode>& tree, const std::vector<bool>& wanted)
+{
+    std::vector<bool> shown(tree.size());
+    shown[kRoot] = true;
+    for (DeviceIndex i = 0; i < tree.size(); ++i)
+        for (DeviceIndex at = i; wanted[i] && !shown[at]; at = tree[at].parent)
+            shown[at] = true;
+    for (auto& node : tree)
+        node.firstChild = node.next = kNoDevice;
+    for (auto i = static_cast<DeviceIndex>(tree.size()); i > 1; --i)
+        if (shown[i - 1])
+            tree[i - 1].next = std::exchange(tree[tree[i - 1].parent].firstChild, i - 1);
+}
+
+} // namespace embedded_host::outline

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <utility>
 
-namespace embedded_host::inventory
+namespace embedded_host::outline
 {
 
 namespace
@@ -168,4 +168,4 @@ Manner mannerOf(std::string_view property)
     return manner;
 }
 
-} // namespace embedded_host::inventory
+} // namespace embedded_host::outline
