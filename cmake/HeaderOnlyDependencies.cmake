@@ -1,4 +1,4 @@
-# The target header_only_dependencies: Boost.PropertyTree, CLI11 and RapidJSON.
+# The target header_only_dependencies: Boost, CLI11 and RapidJSON.
 add_library(header_only_dependencies INTERFACE)
 
 if(CMAKE_CROSSCOMPILING)
@@ -14,7 +14,7 @@ if(CMAKE_CROSSCOMPILING)
     endforeach()
     target_include_directories(header_only_dependencies SYSTEM INTERFACE ${headers})
 else()
-    find_package(Boost 1.74 REQUIRED)
+    find_package(Boost 1.81 REQUIRED)
     find_package(CLI11 2.1 REQUIRED CONFIG)
     find_package(RapidJSON 1.1 REQUIRED CONFIG)
     # RapidJSON's package names its folder in either spelling.

@@ -1,4 +1,4 @@
-# What `cmake --install` puts where: folders by GNU's rules; on Windows one folder with the program on top.
+# What `cmake --install` puts where: folders by GNU's rules; on Windows one folder with the programs on top.
 if(CMAKE_CROSSCOMPILING AND NOT CMAKE_CROSSCOMPILING_EMULATOR)
     # The program cannot run here, but on every system it prints the same catalogue.
     set(ZORP_CATALOGUE "" CACHE FILEPATH "The property catalogue as JSON, made by a build for this machine")
@@ -31,12 +31,15 @@ else()
     install(FILES ${CMAKE_BINARY_DIR}/completions/_zorpinventory DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
     install(FILES ${CMAKE_BINARY_DIR}/completions/zorpinventory.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
-    install(TARGETS zorpinventory DESTINATION ${program_folder})
     install(FILES completions/_zorpsysinfosmbios2 DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
     install(FILES completions/zorpsysinfosmbios2.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 
-install(TARGETS zorpsysinfosmbios2 DESTINATION ${program_folder})
+foreach(program zorpsysinfosmbios2 zorpinventory)
+    if(TARGET ${program})
+        install(TARGETS ${program} DESTINATION ${program_folder})
+    endif()
+endforeach()
 # The repository's own README speaks of much that is not installed.
 install(FILES packaging/README.md CHANGELOG.md
     docs/inventory-format.md docs/catalogue.schema.json docs/inventory.schema.json

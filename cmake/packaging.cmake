@@ -1,4 +1,4 @@
-# What `cpack` makes: a zip file of the Windows program, a Debian package of any other.
+# What `cpack` makes: a zip file of the Windows programs, a Debian package of any other.
 set(CPACK_PACKAGE_VENDOR "zorpsysinfosmbios2 developers")
 set(CPACK_PACKAGE_CONTACT "zorpsysinfosmbios2 developers <zorpsysinfosmbios2@packages.invalid>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})

@@ -162,6 +162,7 @@ std::string checkSetting(const std::string& text)
 void declareOptions(CLI::App& app, Written& written, const Speak& speak)
 {
     app.set_help_flag();
+    app.allow_windows_style_options(false); // "/srv/machine.dmi" names a table there too
     app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     app.option_defaults()->group(translatable("What is printed"));
     app.add_option("-f,--format", written.format, translatable("text (default), json or ndjson"))

@@ -17,7 +17,8 @@ endfunction()
 add_live_test(writes ${CMAKE_CURRENT_LIST_DIR}/writes.sh ${release_program} ${sample})
 
 add_live_test(hardening ${CMAKE_CURRENT_LIST_DIR}/hardening.sh
-    ${release_program} ${PROJECT_SOURCE_DIR}/build/release/bin/zorpinventory ${windows_program})
+    ${release_program} ${PROJECT_SOURCE_DIR}/build/release/bin/zorpinventory
+    ${windows_program} ${PROJECT_SOURCE_DIR}/build/windows/bin/zorpinventory.exe)
 
 add_live_test(manual ${CMAKE_CURRENT_LIST_DIR}/manual.sh
     ${PROJECT_SOURCE_DIR}/man/zorpsysinfosmbios2.1 $<TARGET_FILE:zorpsysinfosmbios2>
@@ -30,7 +31,8 @@ foreach(shell bash zsh fish)
 endforeach()
 
 # Wine starts slowly and its cases share a prefix: one after the other.
-foreach(case tables languages live blocks paths dlls lines large writes)
+foreach(case tables languages live blocks paths dlls lines large writes
+        inventory inventory-sources inventory-faults)
     add_live_test(wine-${case} ${CMAKE_CURRENT_LIST_DIR}/wine.sh ${case}
         ${release_program} ${windows_program} ${sample} ${PROJECT_SOURCE_DIR}/../shared/tables)
     set_tests_properties(wine-${case} PROPERTIES RESOURCE_LOCK wine)

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Runs the Windows program under Wine and holds it against the Linux program; one case for each argument.
+# Runs the Windows programs under Wine and holds them against the Linux programs; one case for each argument.
 #
 #     wine.sh CASE LINUX_PROGRAM WINDOWS_PROGRAM SAMPLE TABLES_FOLDER
 set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
 case_name=$1 linux=$2 windows=$3 sample=$4 tables=$5
 
 skip() {
@@ -14,9 +15,15 @@ fail() {
     exit 1
 }
 
+linux_inventory=$(dirname "$linux")/zorpinventory windows_inventory=$(dirname "$windows")/zorpinventory.exe
+
 command -v wine >/dev/null || skip "wine is not installed"
-[ -x "$windows" ] || skip "$windows is not built (cmake --preset windows; cmake --build --preset windows)"
-[ -x "$linux" ] || skip "$linux is not built (cmake --preset release; cmake --build --preset release)"
+for program in "$windows" "$windows_inventory"; do
+    [ -x "$program" ] || skip "$program is not built (cmake --preset windows; cmake --build --preset windows)"
+done
+for program in "$linux" "$linux_inventory"; do
+    [ -x "$program" ] || skip "$program is not built (cmake --preset release; cmake --build --preset release)"
+done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -27,6 +34,7 @@ export XDG_CONFIG_HOME=$work
 # Making the prefix tells so on standard error.
 [ -d "$WINEPREFIX" ] || wine "$windows" --version >/dev/null 2>&1
 on_windows() { timeout 120 wine "$windows" "$@"; }
+inventory_on_windows() { timeout 120 wine "$windows_inventory" "$@"; }
 
 same() {
     cmp "$1" "$2" || fail "$3"
@@ -104,10 +112,13 @@ paths() {
 # What the program imports is part of every Windows.
 dlls() {
     command -v x86_64-w64-mingw32-objdump >/dev/null || skip "x86_64-w64-mingw32-objdump is not installed"
-    x86_64-w64-mingw32-objdump -p "$windows" | sed -n 's/.*DLL Name: //p' | tr 'A-Z' 'a-z' | sort >imported
-    printf '%s\n' advapi32.dll kernel32.dll msvcrt.dll shell32.dll >system
-    [ -s imported ] || fail "no import was found"
-    comm -23 imported system | grep . && fail "it needs more than Windows has" || true
+    local program
+    printf '%s\n' advapi32.dll kernel32.dll msvcrt.dll shell32.dll ws2_32.dll >system
+    for program in "$windows" "$windows_inventory"; do
+        x86_64-w64-mingw32-objdump -p "$program" | sed -n 's/.*DLL Name: //p' | tr 'A-Z' 'a-z' | sort >imported
+        [ -s imported ] || fail "no import of $program was found"
+        comm -23 imported system | grep . && fail "$program needs more than Windows has" || true
+    done
 }
 
 lines() {
@@ -146,7 +157,88 @@ writes() {
     [ "$(find . -name '*.tmp' | wc -l)" = 0 ] || fail "something half-written was left behind"
 }
 
+# The second program: the same bytes and the same exit code.
+same_inventory() {
+    local linux_code=0 windows_code=0
+    "$linux_inventory" "$@" <input >linux.out 2>/dev/null || linux_code=$?
+    inventory_on_windows "$@" <input >windows.out 2>/dev/null || windows_code=$?
+    same linux.out windows.out "$*"
+    [ "$linux_code" = "$windows_code" ] || fail "$*: exit code $windows_code, not $linux_code"
+}
+
+inventory() {
+    local machine before count=0
+    : >input
+    for machine in "$(dirname "$sample")"/sample*.dmi "$tables"/*.dmi; do
+        [ -e "$machine" ] || continue
+        same_inventory "$machine"
+        same_inventory -f json "$machine"
+        count=$((count + 1))
+    done
+    for before in "$sample" "$tables"/pairs/*.a.dmi; do
+        [ -e "$before" ] || continue
+        machine=${before%.a.dmi}.b.dmi
+        [ -e "$machine" ] || machine=$(dirname "$sample")/sample_dell.dmi
+        same_inventory diff "$before" "$machine"
+        same_inventory diff -f json --all "$machine" "$before"
+        count=$((count + 1))
+    done
+    for language in de zh_CN; do
+        same_inventory -l $language "$sample"
+        same_inventory diff -l $language "$sample" "$machine"
+        same_inventory --help -l $language
+    done
+    echo "$count machines and changes are told alike"
+}
+
+inventory-sources() {
+    mkdir "Käse 表"
+    "$linux" -f json -s LoadTable="$sample" -s SaveTable="Käse 表/DMI" >/dev/null 2>&1
+    "$linux" -d -f json -l en "$sample" >input 2>/dev/null
+    cp input "Käse 表/a.json"
+    cp "$windows" "$windows_inventory" "Käse 表" # beside each other, in a folder of such a name
+    windows_inventory="Käse 表/zorpinventory.exe"
+    same_inventory "Käse 表/DMI"
+    same_inventory -f json "Käse 表/"
+    inventory_on_windows 'Käse 表\' 2>/dev/null | cmp - <("$linux_inventory" "Käse 表" 2>/dev/null) || fail "a folder"
+    same_inventory "Käse 表/a.json"
+    same_inventory -
+    same_inventory diff - "Käse 表/DMI"
+    inventory_on_windows -f json "Käse 表/a.json" -o "Käse 表/out" || fail "-o"
+    same "Käse 表/out" <("$linux_inventory" -f json "Käse 表/a.json") "-o"
+    # This machine's table, live and saved.
+    on_windows -f json -s SaveTable=saved.dmi >/dev/null
+    inventory_on_windows diff saved.dmi || fail "this machine is not what it was"
+}
+
+# Each is a sentence, exit code 2 and nothing else.
+inventory-faults() {
+    local code
+    cp "$windows_inventory" .
+    windows_inventory=./zorpinventory.exe
+    : >input
+    refuses() {
+        local sentence=$1
+        shift
+        code=0
+        inventory_on_windows "$@" <input >out 2>err || code=$?
+        [ "$code" = 2 ] && [ ! -s out ] || fail "$*: exit code $code, $(head -c 100 out)"
+        grep -qF "zorpinventory: $sentence" err && [ "$(wc -l <err)" = 1 ] || fail "$*: $(cat err)"
+    }
+    refuses 'zorpsysinfosmbios2 is neither beside this program nor in PATH' "$sample"
+    echo 'no program' >zorpsysinfosmbios2.exe
+    refuses 'cannot start ' "$sample"
+    x86_64-w64-mingw32-g++-posix -static -o zorpsysinfosmbios2.exe "$here/strange_child.cpp"
+    STRANGE=code refuses 'zorpsysinfosmbios2.exe ended with code 3 before it was done' "$sample"
+    STRANGE=half refuses 'cannot read what zorpsysinfosmbios2 printed: it ends in the middle, at byte 10' "$sample"
+    STRANGE=other refuses 'cannot read what zorpsysinfosmbios2 printed: ' "$sample"
+    STRANGE=hang refuses 'zorpsysinfosmbios2.exe was still not done after 60 seconds and was ended' "$sample"
+    refuses 'cannot read standard input: it is empty' -
+    refuses 'standard input can be read once only' diff - -
+    refuses 'cannot read missing: No such file or directory' missing
+}
+
 case $case_name in
-tables | languages | live | blocks | paths | dlls | lines | large | writes) "$case_name" ;;
+tables | languages | live | blocks | paths | dlls | lines | large | writes | inventory | inventory-*) "$case_name" ;;
 *) fail "no case $case_name" ;;
 esac

@@ -73,6 +73,7 @@ std::optional<std::string> wantedLanguage(const std::vector<std::string>& argume
 {
     CLI::App app;
     declare(app, Option{.names = kLanguage.names, .value = kLanguage.value});
+    app.allow_windows_style_options(false);
     app.allow_extras();
     app.set_help_flag();
     try {
@@ -100,6 +101,7 @@ Request parsed(std::span<const Command> commands, const std::vector<std::string>
 
     CLI::App app;
     app.set_help_flag();
+    app.allow_windows_style_options(false); // "/srv/machine.dmi" is a source there too
     for (const auto& option : command->options)
         declare(app, option);
     declare(app, kHelp);

@@ -7,12 +7,15 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/process/args.hpp>
+#include <boost/process/async.hpp>
 #include <boost/process/async_pipe.hpp>
 #include <boost/process/child.hpp>
 #include <boost/process/exe.hpp>
 #include <boost/process/io.hpp>
 
+#include <algorithm>
 #include <array>
+#include <cstdio>
 #include <functional>
 
 namespace zorpinventory::sources
@@ -24,12 +27,20 @@ std::string outputOf(const std::filesystem::path& program, const std::vector<std
 {
     namespace process = boost::process;
     const auto name = embedded_host::platform::utf8FromPath(program.filename());
+    // On Windows arguments are spelt as paths are.
+    std::vector<std::filesystem::path::string_type> spelt;
+    std::ranges::transform(arguments, std::back_inserter(spelt), [](const std::string& argument) {
+        return embedded_host::platform::pathFromUtf8(argument).native();
+    });
 
     boost::asio::io_context events;
     process::async_pipe pipe(events);
     std::error_code failure;
-    process::child child(process::exe = program.string(), process::args = arguments, process::std_out > pipe,
-                         process::std_in < process::null, failure);
+    // Its output may end before it does, and the other way round: both are waited for.
+    const auto ended = [](int, const std::error_code&) {};
+    process::child child(process::exe = program.native(), process::args = spelt, process::std_out > pipe,
+                         process::std_err > stderr, process::std_in < process::null, process::on_exit = ended, events,
+                         failure);
     if (failure)
         throw Problem(message("cannot start %1: %2", embedded_host::platform::utf8FromPath(program),
                               embedded_host::services::reason(std::system_error(failure))));
@@ -41,7 +52,9 @@ std::string outputOf(const std::filesystem::path& program, const std::vector<std
         pipe.async_read_some(boost::asio::buffer(piece), [&](const boost::system::error_code& error, std::size_t size) {
             output.append(piece.data(), size);
             tooLong = output.size() > limits.bytes;
-            if (!error && !tooLong)
+            if (tooLong)
+                events.stop();
+            else if (!error)
                 readOn();
         });
     };
@@ -50,8 +63,6 @@ std::string outputOf(const std::filesystem::path& program, const std::vector<std
     const bool tooSlow = !events.stopped();
     if (tooSlow || tooLong)
         child.terminate(failure);
-    // Whoever has closed its output has nothing left to do but to end.
-    child.wait(failure);
     if (tooSlow)
         throw Problem(message("%1 was still not done after %2 seconds and was ended", name, limits.time.count()));
     if (tooLong)

@@ -44,6 +44,14 @@ std::filesystem::path moduleProgram()
     throw Problem(message("%1 is neither beside this program nor in PATH; install it there", kModuleProgram));
 }
 
+/// A table's path for another program: whole, and without the separator that may end a folder's. Windows takes a
+/// backslash before a closing quotation mark for a part of the name.
+std::string asArgument(const std::filesystem::path& path)
+{
+    const auto whole = std::filesystem::absolute(path);
+    return utf8FromPath(whole.has_filename() ? whole : whole.parent_path());
+}
+
 /// Whatever the user's settings say.
 document::Document fromModule(const std::string& table, const std::string& name)
 {
@@ -99,12 +107,12 @@ document::Document fromFile(const std::string& source)
         if (!exists(status))
             throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory));
         if (is_directory(status))
-            return fromModule(source, source);
+            return fromModule(asArgument(path), source);
         if (!is_regular_file(status))
             throw Problem(
                 message("cannot read %1: it is neither a file nor a folder; name - for standard input", source));
         if (!isDocument(path))
-            return fromModule(utf8FromPath(std::filesystem::absolute(path)), source);
+            return fromModule(asArgument(path), source);
         const auto bytes = embedded_host::platform::readFile(path, document::kLargestDocument);
         return document::read({bytes.begin(), bytes.end()}, source);
     } catch (const std::system_error& error) {
