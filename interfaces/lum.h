@@ -93,7 +93,7 @@ public:
     String& operator=(const char* text) { return *this = String(text); }
 
     String operator+(const String& other) const;
-    String& operator+=(const String& other) { return *this = *this + other; }
+    String& operator+=(const String& other);
 
     /// Removes blanks, \t, \n, \v, \f and \r at both ends, in place.
     String& trim();

@@ -56,10 +56,21 @@ void KeptText::flush()
     pending_.clear();
 }
 
-std::string_view KeptText::read(std::uint64_t offset, std::size_t count)
+std::string_view KeptText::readAnew(std::uint64_t offset, std::size_t count)
 {
-    if (offset + count <= kMostInMemory && offset % kPage + count <= kPage)
-        return {pages_[offset / kPage]->data() + offset % kPage, count};
+    if (offset + count > kMostInMemory && !pending_.empty())
+        flush();
+    if (offset < kMostInMemory) {
+        at_ = offset - offset % kPage;
+        near_ = {pages_[offset / kPage]->data(), std::min<std::size_t>(kPage, size_ - at_)};
+    } else {
+        at_ = offset;
+        window_.resize(std::min<std::uint64_t>(kPage, size_ - offset));
+        guarded([&] { file_->read(offset - kMostInMemory, window_); });
+        near_ = window_;
+    }
+    if (const auto before = offset - at_; count <= near_.size() - before)
+        return near_.substr(before, count);
     assembled_.resize(count);
     copyTo(assembled_.data(), offset, count);
     return assembled_;
@@ -75,23 +86,8 @@ void KeptText::copyTo(char* to, std::uint64_t offset, std::size_t count)
         offset += part;
         count -= part;
     }
-    if (count == 0)
-        return;
-    if (!pending_.empty())
-        flush();
-    const std::uint64_t place = offset - kMostInMemory;
-    guarded([&] {
-        if (count > kPage) {
-            file_->read(place, {to, count});
-            return;
-        }
-        if (place < windowAt_ || place + count > windowAt_ + window_.size()) {
-            windowAt_ = place;
-            window_.resize(std::min<std::uint64_t>(kPage, size_ - offset));
-            file_->read(place, window_);
-        }
-        window_.copy(to, count, place - windowAt_);
-    });
+    if (count != 0)
+        guarded([&] { file_->read(offset - kMostInMemory, {to, count}); });
 }
 
 } // namespace embedded_host::inventory

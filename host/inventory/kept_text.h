@@ -30,22 +30,30 @@ public:
     std::uint64_t size() const { return size_; }
 
     /// So many bytes from the offset on, valid until the next call.
-    std::string_view read(std::uint64_t offset, std::size_t count);
+    std::string_view read(std::uint64_t offset, std::size_t count)
+    {
+        const auto before = offset - at_;
+        if (before <= near_.size() && count <= near_.size() - before)
+            return near_.substr(before, count);
+        return readAnew(offset, count);
+    }
 
 private:
     static constexpr std::size_t kPage = 0x4000;
     using Page = std::array<char, kPage>;
 
     void flush();
+    std::string_view readAnew(std::uint64_t offset, std::size_t count);
     void copyTo(char* to, std::uint64_t offset, std::size_t count);
 
     std::uint64_t size_ = 0;
     std::vector<std::unique_ptr<Page>> pages_;    ///< in memory
     std::string pending_;                         ///< for the file
     std::optional<platform::TemporaryFile> file_; ///< what is behind the pages
-    std::uint64_t windowAt_ = 0;                  ///< where in the file the window was read
     std::string window_;                          ///< of the file
-    std::string assembled_;                       ///< what was read last, unless it lies in one page
+    std::uint64_t at_ = 0;                        ///< what is near begins there
+    std::string_view near_;                       ///< a page or the window, in which the last reading began
+    std::string assembled_;                       ///< what was read last, where it lay in no such piece
 };
 
 } // namespace embedded_host::inventory

@@ -251,12 +251,17 @@ void TextInventory::keepRow(const HeldProperty& property, const DeviceRecord& de
         left_ += std::max<std::size_t>(count, 1);
         return;
     }
+    const auto keepValue = [&](Mark mark, std::string_view text) {
+        keep(mark, declaration.index, text);
+        auto& widest = blocks_.back().labelColumns;
+        widest = std::max(widest, label.columns);
+    };
     if (count == 0)
-        keep(Mark::Value, declaration.index, {});
+        keepValue(Mark::Value, {});
     forEachText(property.value, [&](const orb5::OrbString& text) {
         const auto shown = all ? bytesOf(text) : trimmed(bytesOf(text));
         if (all || !(isNothing(manner, text) || isRepeated(label, device, shown)))
-            keep(isMissing(text) ? Mark::Missing : Mark::Value, declaration.index, shown);
+            keepValue(isMissing(text) ? Mark::Missing : Mark::Value, shown);
         else
             ++left_;
     });
@@ -291,7 +296,7 @@ void TextInventory::addToTree(const DeviceRecord& device)
 
 void TextInventory::take(DeviceRecord&& device)
 {
-    blocks_.push_back(kept_.size());
+    blocks_.push_back({kept_.size()});
     addToTree(device);
     telling_.clear();
     special_.clear();
@@ -350,30 +355,19 @@ std::string TextInventory::arrayParts(std::uint16_t handle, std::string_view max
     return parts;
 }
 
-void TextInventory::writeBlock(std::uint64_t at, const outline::Beside& beside)
+void TextInventory::writeBlock(const Block& block, const outline::Beside& beside)
 {
-    std::size_t labelColumns = 0;
-    std::size_t headlineSize = 0;
-    Row row = rowAt(at);
-    for (auto next = at; row.mark != Mark::End; row = rowAt(next)) {
-        if (row.mark == Mark::Value || row.mark == Mark::Missing)
-            labelColumns = std::max(labelColumns, labels_[row.number]->columns);
-        else
-            headlineSize += kComma.size() + row.size;
-        next += sizeof row + row.size;
-    }
-
+    auto at = block.at;
     const Row first = rowAt(at);
     const auto name = services::printable(kept_.read(at + sizeof first, first.size));
     at += sizeof first + first.size;
     std::string telling;
-    telling.reserve(headlineSize);
     const auto tell = [&](std::string_view text) { telling.append(telling.empty() ? "" : kComma).append(text); };
     std::optional<std::uint16_t> array;
     std::string maximum;
     std::string sockets;
-    for (row = rowAt(at); row.mark != Mark::End && row.mark != Mark::Value && row.mark != Mark::Missing;
-         row = rowAt(at)) {
+    Row row = rowAt(at);
+    for (; row.mark != Mark::End && row.mark != Mark::Value && row.mark != Mark::Missing; row = rowAt(at)) {
         const auto text = kept_.read(at + sizeof row, row.size);
         at += sizeof row + row.size;
         switch (row.mark) {
@@ -404,7 +398,7 @@ void TextInventory::writeBlock(std::uint64_t at, const outline::Beside& beside)
         const auto& label = *labels_[row.number];
         const bool further = before == row.number; // an element of the same list
         const bool missing = row.mark == Mark::Missing;
-        drawing_.row(beside, {further ? "" : label.text, further ? 0 : label.columns, labelColumns}, missing,
+        drawing_.row(beside, {further ? "" : label.text, further ? 0 : label.columns, block.labelColumns}, missing,
                      missing ? wordFor(text) : text);
         before = row.number;
         at += sizeof row + row.size;

@@ -68,6 +68,13 @@ private:
         std::uint32_t size;   ///< of the text that follows
     };
 
+    /// What is kept of one device.
+    struct Block
+    {
+        std::uint64_t at;             ///< where it begins
+        std::size_t labelColumns = 0; ///< of the widest label
+    };
+
     /// A property that has to do with the headline.
     struct Special
     {
@@ -100,7 +107,7 @@ private:
     Row rowAt(std::uint64_t at);
     std::string wordFor(std::string_view text) const;
     std::string arrayParts(std::uint16_t handle, std::string_view maximum, std::string_view sockets) const;
-    void writeBlock(std::uint64_t at, const outline::Beside& beside);
+    void writeBlock(const Block& block, const outline::Beside& beside);
     void writeWhatIsMissing(const WithoutDevice& others);
 
     Detail detail_;
@@ -114,7 +121,7 @@ private:
     outline::TreeBuilder tree_;
     outline::Drawing drawing_;
     KeptText kept_;
-    std::deque<std::uint64_t> blocks_;   ///< where the devices begin in it
+    std::deque<Block> blocks_;           ///< of the devices
     std::vector<bool> wanted_;           ///< of the devices, when they are restricted
     outline::ByHandle<Modules> modules_; ///< by their array
     std::size_t left_ = 0;               ///< lines that were left out

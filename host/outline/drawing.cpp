@@ -178,15 +178,17 @@ void Drawing::writePrintable(std::string_view text)
 {
     constexpr std::size_t kPiece = 4096;
     while (!text.empty()) {
-        const auto piece = text.substr(0, services::characterEnd(text, kPiece));
+        auto piece = text.substr(0, services::characterEnd(text, kPiece));
         text.remove_prefix(piece.size());
-        if (services::plainPrefix(piece) == piece.size()) {
-            output_.write(piece);
-            continue;
+        char* out = output_.room(piece.size());
+        const auto plain = services::copyPlainPrefix(piece, out);
+        output_.wrote(out + plain);
+        piece.remove_prefix(plain);
+        if (!piece.empty()) {
+            shown_.clear();
+            services::appendPrintable(shown_, piece);
+            output_.write(shown_);
         }
-        shown_.clear();
-        services::appendPrintable(shown_, piece);
-        output_.write(shown_);
     }
 }
 

@@ -2,42 +2,16 @@
 #include "placeholders.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
-#include <string>
+#include <cstdint>
+#include <optional>
 
 namespace embedded_host::placeholders
 {
 
 namespace
 {
-
-/// Names of things: alone they are no name, but they may well be a place.
-constexpr std::string_view kThings[] = {
-    "array",  "asset",   "bank",    "base",        "baseboard", "batt",      "battery",     "bios",
-    "board",  "chassis", "config",  "cpu",         "dev",       "device",    "dimm",        "enclosure",
-    "family", "field",   "info",    "information", "location",  "mainboard", "manufacture", "manufacturer",
-    "memory", "mfg",     "module",  "motherboard", "name",      "num",       "number",      "odm",
-    "oem",    "part",    "partnum", "power",       "processor", "product",   "psu",         "ser",
-    "serial", "sernum",  "sku",     "smbios",      "sn",        "sodimm",    "spaces",      "standard",
-    "string", "supply",  "system",  "tag",         "type",      "vendor",    "version"};
-
-/// Words that say that nothing is there.
-constexpr std::string_view kNothings[] = {"applicable", "available", "be",       "by",        "default",  "define",
-                                          "defined",    "empty",     "enter",    "fill",      "filled",   "here",
-                                          "installed",  "invalid",   "known",    "na",        "no",       "none",
-                                          "not",        "null",      "provided", "reserve",   "reserved", "set",
-                                          "specified",  "tbd",       "to",       "undefined", "unknow",   "unknown"};
-
-static_assert(std::ranges::is_sorted(kThings) && std::ranges::is_sorted(kNothings));
-
-constexpr std::string_view kNoSerials[] = {"00-00", "1234-b0", "48spaces", "abcd", "eval", "fake", "iatpass"};
-
-/// Without punctuation, in the order in which they are written.
-constexpr std::string_view kNoUuids[] = {
-    "03000200040005000006000700080009", "123456781234567890abcddeefaabbcc", "000102030405060708090a0b0c0d0e0f",
-    "10000000000080000040000000000000", "ffffff00ffffffffffffffffffffffff", "4c4c454400002010802080c04f202020",
-    "6ab5b300538d10149fb5b0684d007b53",
-};
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isSmall(char c) { return c >= 'a' && c <= 'z'; }
@@ -54,12 +28,70 @@ constexpr char toSmall(char c) { return isCapital(c) ? static_cast<char>(c - 'A'
 
 constexpr bool isHexadecimal(char c) { return isDigit(c) || (toSmall(c) >= 'a' && toSmall(c) <= 'f'); }
 
-std::string inSmallLetters(std::string_view text)
+/// A word in small letters, as a number of two halves: whole words are compared at once, and nothing is copied.
+using Word = std::array<std::uint64_t, 2>;
+
+/// What is too long for a known word is none of them.
+constexpr Word wordOf(std::string_view written)
 {
-    std::string small(text);
-    std::ranges::transform(small, small.begin(), toSmall);
-    return small;
+    Word word{};
+    if (written.size() <= sizeof word)
+        for (const char c : written)
+            word = {word[0] << 8 | word[1] >> 56, word[1] << 8 | static_cast<unsigned char>(toSmall(c))};
+    return word;
 }
+
+template <std::size_t count>
+consteval std::array<Word, count> sorted(const std::string_view (&texts)[count])
+{
+    std::array<Word, count> words{};
+    std::ranges::transform(texts, words.begin(), wordOf);
+    std::ranges::sort(words);
+    return words;
+}
+
+/// Names of things: alone they are no name, but they may well be a place.
+constexpr auto kThings =
+    sorted({"array",    "asset",   "bank",   "base",        "baseboard", "batt",      "battery",     "bios",
+            "board",    "chassis", "config", "cpu",         "dev",       "device",    "dimm",        "enclosure",
+            "family",   "field",   "info",   "information", "location",  "mainboard", "manufacture", "manufacturer",
+            "memory",   "mfg",     "module", "motherboard", "name",      "num",       "number",      "o.e.m",
+            "odm",      "oem",     "part",   "partnum",     "power",     "processor", "product",     "psu",
+            "ser",      "serial",  "sernum", "sku",         "smbios",    "sn",        "sodimm",      "spaces",
+            "standard", "string",  "supply", "system",      "tag",       "type",      "vendor",      "version"});
+
+/// Words that say that nothing is there.
+constexpr auto kNothings =
+    sorted({"applicable", "available", "be",     "by",   "default",   "define",   "defined", "empty",
+            "enter",      "fill",      "filled", "here", "installed", "invalid",  "known",   "n/a",
+            "na",         "no",        "none",   "not",  "null",      "provided", "reserve", "reserved",
+            "set",        "specified", "tbd",    "to",   "undefined", "unknow",   "unknown"});
+
+constexpr auto kNoSerials = sorted({"00-00", "1234-b0", "48spaces", "abcd", "eval", "fake", "iatpass"});
+
+using Uuid = std::array<unsigned char, 16>;
+
+/// Its bytes in the order in which they are written, with any punctuation; nothing for another text.
+constexpr std::optional<Uuid> uuidOf(std::string_view text)
+{
+    Uuid uuid{};
+    std::size_t digits = 0;
+    for (const char c : text) {
+        if (!isLetter(c) && !isDigit(c))
+            continue;
+        if (!isHexadecimal(c) || digits == 2 * uuid.size())
+            return std::nullopt;
+        auto& byte = uuid[digits++ / 2];
+        byte = static_cast<unsigned char>(byte << 4 | (isDigit(c) ? c - '0' : toSmall(c) - 'a' + 10));
+    }
+    return digits == 2 * uuid.size() ? std::optional(uuid) : std::nullopt;
+}
+
+constexpr std::array kNoUuids = {
+    *uuidOf("03000200040005000006000700080009"), *uuidOf("123456781234567890abcddeefaabbcc"),
+    *uuidOf("000102030405060708090a0b0c0d0e0f"), *uuidOf("10000000000080000040000000000000"),
+    *uuidOf("ffffff00ffffffffffffffffffffffff"), *uuidOf("4c4c454400002010802080c04f202020"),
+    *uuidOf("6ab5b300538d10149fb5b0684d007b53")};
 
 bool startsWith(std::string_view text, std::string_view small)
 {
@@ -110,9 +142,12 @@ bool isNumbering(std::string_view word, std::string_view rest)
 
 std::string_view withoutBlanksAround(std::string_view text)
 {
-    constexpr std::string_view kBlanks = " \t\n\v\f\r";
-    text.remove_prefix(std::min(text.size(), text.find_first_not_of(kBlanks)));
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 /// Whether all words of a text are among the known ones; numbers beside them do not count.
@@ -127,8 +162,7 @@ bool saysNothing(std::string_view text, Kind kind)
         text.remove_prefix(written.size());
         if (isNumbering(written, text))
             continue;
-        auto word = inSmallLetters(written);
-        std::erase_if(word, [](char c) { return c == '.' || c == '/'; });
+        const auto word = wordOf(written);
         if (std::ranges::binary_search(kNothings, word))
             nothings = true;
         else if (std::ranges::binary_search(kThings, word))
@@ -169,34 +203,22 @@ bool isNoSerial(std::string_view text)
     auto digits = text.substr(letters);
     if (letters != 0 && digits.starts_with('-'))
         digits.remove_prefix(1);
-    return isCounted(digits) || std::ranges::binary_search(kNoSerials, inSmallLetters(text));
-}
-
-/// Sixteen bytes in hexadecimal with the first three groups turned round, as the other byte order shows them.
-std::string inOtherOrder(const std::string& digits)
-{
-    const auto turned = [&](std::size_t first, std::size_t bytes) {
-        std::string group;
-        for (std::size_t i = bytes; i > 0; --i)
-            group += digits.substr(first + 2 * (i - 1), 2);
-        return group;
-    };
-    return turned(0, 4) + turned(8, 2) + turned(12, 2) + digits.substr(16);
+    return isCounted(digits) || std::ranges::binary_search(kNoSerials, wordOf(text));
 }
 
 bool isNoUuid(std::string_view text)
 {
-    constexpr std::size_t kDigits = 32;
-    auto digits = inSmallLetters(text);
-    std::erase_if(digits, [](char c) { return !isLetter(c) && !isDigit(c); });
-    if (digits.size() != kDigits || !std::ranges::all_of(digits, isHexadecimal))
+    const auto written = uuidOf(text);
+    if (!written)
         return false;
-    const auto first = digits.substr(0, 2);
-    bool repeated = true;
-    for (std::size_t i = 2; i < kDigits; i += 2)
-        repeated = repeated && digits.compare(i, 2, first) == 0;
-    const auto known = [](const std::string& uuid) { return std::ranges::find(kNoUuids, uuid) != std::end(kNoUuids); };
-    return repeated || known(digits) || known(inOtherOrder(digits));
+    // The other byte order has the first three groups turned round.
+    auto turned = *written;
+    std::reverse(turned.begin(), turned.begin() + 4);
+    std::reverse(turned.begin() + 4, turned.begin() + 6);
+    std::reverse(turned.begin() + 6, turned.begin() + 8);
+    const bool repeated = std::ranges::all_of(turned, [&](auto byte) { return byte == turned.front(); });
+    const auto known = [](const Uuid& uuid) { return std::ranges::find(kNoUuids, uuid) != kNoUuids.end(); };
+    return repeated || known(*written) || known(turned);
 }
 
 } // namespace

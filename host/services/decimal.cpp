@@ -2,6 +2,7 @@
 #include "decimal.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -9,15 +10,45 @@
 namespace embedded_host::services
 {
 
+namespace
+{
+
+/// Writes a number that is not negative without floating point, where it is certain that this rounds the same: it is
+/// not near the middle of two numbers that can be written. Returns null where it is not certain.
+char* writeExactly(char* out, double number, int decimals)
+{
+    constexpr std::array<std::uint64_t, 10> kPowers = {1,       10,        100,        1'000,       10'000,
+                                                       100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};
+    constexpr double kMost = 0x1p40; // the product below is then right to 2^-13
+    if (decimals < 0 || static_cast<std::size_t>(decimals) >= kPowers.size())
+        return nullptr;
+    const auto power = kPowers[static_cast<std::size_t>(decimals)];
+    const double product = number * static_cast<double>(power);
+    if (!(product < kMost))
+        return nullptr;
+    const double whole = std::floor(product);
+    const double rest = product - whole;
+    if (std::fabs(rest - 0.5) < 0x1p-10)
+        return nullptr;
+    const auto rounded = static_cast<std::uint64_t>(whole) + (rest > 0.5 ? 1 : 0);
+    out = std::to_chars(out, out + kLongestDecimal, rounded / power).ptr;
+    if (decimals == 0)
+        return out;
+    *out = '.';
+    auto digits = rounded % power;
+    for (int place = decimals; place > 0; --place, digits /= 10)
+        out[place] = static_cast<char>('0' + digits % 10);
+    return out + 1 + decimals;
+}
+
+} // namespace
+
 char* writeDecimal(char* out, double number, int decimals, Zeros trailing)
 {
-    char* const limit = out + kLongestDecimal;
-    // Whole numbers, nearly all that there are, need no floating point.
-    constexpr double kExact = 0x1p53;
-    if (trailing == Zeros::Drop && std::fabs(number) < kExact && std::trunc(number) == number && !std::signbit(number))
-        return std::to_chars(out, limit, static_cast<std::int64_t>(number)).ptr;
-
-    char* end = std::to_chars(out, limit, number, std::chars_format::fixed, std::min(decimals, 80)).ptr;
+    decimals = std::min(decimals, 80);
+    char* end = std::signbit(number) ? nullptr : writeExactly(out, number, decimals);
+    if (end == nullptr)
+        end = std::to_chars(out, out + kLongestDecimal, number, std::chars_format::fixed, decimals).ptr;
     if (trailing == Zeros::Drop && std::find(out, end, '.') != end) {
         while (end[-1] == '0')
             --end;

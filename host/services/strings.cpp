@@ -71,6 +71,16 @@ String String::operator+(const String& other) const
     return sum;
 }
 
+String& String::operator+=(const String& other)
+{
+    if (outside_ != nullptr || size_ + other.size_ > kInside)
+        return *this = *this + other;
+    size_ += other.bytes().copy(inside_.data() + size_, other.size_);
+    inside_[size_] = '\0';
+    number_ = {};
+    return *this;
+}
+
 String& String::trim()
 {
     const auto isWhite = [](char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); };

@@ -43,7 +43,7 @@ private:
 
 } // namespace
 
-void Output::write(std::string_view text)
+void Output::writeInPieces(std::string_view text)
 {
     while (!text.empty()) {
         if (used_ == kMostRoom)

@@ -15,7 +15,13 @@ class Output
 public:
     virtual ~Output() = default;
 
-    void write(std::string_view text);
+    void write(std::string_view text)
+    {
+        if (text.size() > kMostRoom - used_)
+            writeInPieces(text);
+        else
+            used_ += text.copy(pending_.get() + used_, text.size());
+    }
 
     /// The most that `room` gives, in bytes.
     static constexpr std::size_t kMostRoom = 0x10000;
@@ -39,6 +45,7 @@ private:
     virtual void writeThrough(std::string_view text) = 0;
     virtual void complete() = 0;
 
+    void writeInPieces(std::string_view text);
     void writePending();
 
     std::unique_ptr<char[]> pending_ = std::make_unique_for_overwrite<char[]>(kMostRoom);

@@ -102,7 +102,7 @@ private:
 /// By what a person knows the side's device first: its place, most often.
 std::string Text::name(const Change& change, const compare::Side& side) const
 {
-    if (change.kind->headline.empty())
+    if (side.device == nullptr || change.kind->headline.empty())
         return {};
     const auto text = side.device->text(*change.kind->headline.begin());
     const auto places = placesOfName_.find({change.type, text});

@@ -59,10 +59,9 @@ String& getLocalizedDeviceName(String& out, const String& key, const char* defau
 SysInfoDevice* createStructureDevice(const DeviceCapability& capability, const OrbString& name, const OrbString& text2,
                                      const OrbString& text3, std::uint16_t handle, std::uint32_t instance)
 {
-    OrbString suffix;
+    OrbString uid = OrbString("SMBIOS:") + handleText(handle);
     if (instance != 0)
-        suffix = OrbString(":") + OrbString(lum::LumValue(instance).toString(lum::LumValue::nilValue()));
-    const OrbString uid = OrbString("SMBIOS:") + handleText(handle) + suffix;
+        uid += OrbString(":") + OrbString(lum::LumValue(instance).toString(lum::LumValue::nilValue()));
     // Deliberate: the third text goes before the second.
     return SysInfoDevice::createGeneric(capability, DeviceCapability::NIL(), name, text3, text2, uid);
 }
