@@ -22,6 +22,15 @@ std::string documentText(const Bytes& image)
     return printed<JsonInventory>(discover(image).devices, JsonInventory::Layout::Document);
 }
 
+std::string detailedText(const Bytes& image)
+{
+    using embedded_host::inventory::JsonDetails;
+    using embedded_host::inventory::JsonInventory;
+    const auto recorded = discover(image, {{"verbose", "true"}, {"FilterTrivialStrings", "true"}});
+    return printed<JsonInventory>(recorded.devices, JsonInventory::Layout::Document,
+                                  JsonDetails{.wanted = true, .source = {}});
+}
+
 namespace
 {
 
@@ -45,7 +54,35 @@ void renumber(rapidjson::Value& text, const std::vector<unsigned>& handles, rapi
     text.SetString(word.c_str(), document.GetAllocator());
 }
 
+void shuffle(rapidjson::Document& document, std::mt19937& random)
+{
+    std::vector<std::size_t> order(document["devices"].Size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::shuffle(order, random);
+    rapidjson::Value devices(rapidjson::kArrayType);
+    for (const auto place : order)
+        devices.PushBack(document["devices"][static_cast<rapidjson::SizeType>(place)], document.GetAllocator());
+    document["devices"] = devices;
+}
+
+std::string printed(const rapidjson::Document& document)
+{
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer writer(buffer);
+    document.Accept(writer);
+    return buffer.GetString();
+}
+
 } // namespace
+
+std::string shuffled(const std::string& text, unsigned seed)
+{
+    rapidjson::Document document;
+    document.Parse(text.c_str());
+    std::mt19937 random(seed);
+    shuffle(document, random);
+    return printed(document);
+}
 
 std::string shuffledAndRenumbered(const std::string& text, unsigned seed)
 {
@@ -73,17 +110,8 @@ std::string shuffledAndRenumbered(const std::string& text, unsigned seed)
                 renumber(value.IsObject() ? value["text"] : value, handles, document);
         }
     }
-    std::vector<std::size_t> order(document["devices"].Size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::shuffle(order, random);
-    rapidjson::Value devices(rapidjson::kArrayType);
-    for (const auto place : order)
-        devices.PushBack(document["devices"][static_cast<rapidjson::SizeType>(place)], document.GetAllocator());
-    document["devices"] = devices;
-    rapidjson::StringBuffer buffer;
-    rapidjson::Writer writer(buffer);
-    document.Accept(writer);
-    return buffer.GetString();
+    shuffle(document, random);
+    return printed(document);
 }
 
 Bytes Machine::table() const

@@ -13,10 +13,16 @@ namespace tests
 /// The JSON document of a table in any layout.
 std::string documentText(const Bytes& image);
 
+/// The same with details and with all types, as the program asks for it.
+std::string detailedText(const Bytes& image);
+
 inline zorpinventory::document::Document documentOf(const Bytes& image)
 {
     return zorpinventory::document::read(documentText(image), "a test's document");
 }
+
+/// The document with its devices in another order.
+std::string shuffled(const std::string& document, unsigned seed);
 
 /// The document with its devices in another order and with other handles: the same machine.
 std::string shuffledAndRenumbered(const std::string& document, unsigned seed);

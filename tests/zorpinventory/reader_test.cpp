@@ -140,7 +140,8 @@ TEST(CommandLine, DeclarationsAreWhole)
             std::set<std::string_view> keys{kHelp.key(), kVersion.key()};
             for (const auto& option : command.options) {
                 EXPECT_TRUE(keys.insert(option.key()).second) << command.name << " has --" << option.key() << " twice";
-                EXPECT_EQ(option.completes == Completes::Choices, !option.choices.empty());
+                const bool isList = option.completes == Completes::Choices || option.completes == Completes::Names;
+                EXPECT_EQ(isList, !option.choices.empty());
                 EXPECT_TRUE(option.isFlag() ? option.completes == Completes::Nothing : true);
             }
             EXPECT_TRUE(helps.insert(help(commands, &command)).second);

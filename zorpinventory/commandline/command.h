@@ -17,7 +17,12 @@ namespace zorpinventory::commandline
 using embedded_host::services::translatable;
 
 /// What a shell offers for a value.
-enum class Completes { Nothing, Choices, Files };
+enum class Completes {
+    Nothing,
+    Choices, ///< few enough for the help; nothing else is taken
+    Names,   ///< too many for the help; the command itself knows them
+    Files,
+};
 
 struct Option
 {

@@ -82,7 +82,7 @@ std::string bashCompletion(std::span<const Command> commands)
             if (option.isFlag() || !told.insert(option.names).second)
                 continue;
             text += "        " + joined(namesOf(option), " | ") + ") ";
-            if (option.completes == Completes::Choices)
+            if (!option.choices.empty())
                 text += "values=\"" + std::string(option.choices) + "\" ;;\n";
             else
                 text += std::string(option.completes == Completes::Files ? "_filedir; " : "") + "return ;;\n";
@@ -140,7 +140,7 @@ std::string zshCompletion(std::span<const Command> commands)
             text.append("'[").append(option.says).append("]");
             if (!option.isFlag())
                 text += ":" + std::string(option.value) + ":";
-            if (option.completes == Completes::Choices)
+            if (!option.choices.empty())
                 text += "(" + std::string(option.choices) + ")";
             if (option.completes == Completes::Files)
                 text += "_files";
@@ -176,7 +176,7 @@ std::string fishCompletion(std::span<const Command> commands)
                 text += " -r -F";
             else if (!option.isFlag())
                 text += " -x";
-            if (option.completes == Completes::Choices)
+            if (!option.choices.empty())
                 text += " -a '" + std::string(option.choices) + "'";
             text += " -d '" + std::string(option.says) + "'\n";
         }

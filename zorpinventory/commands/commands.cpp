@@ -15,7 +15,7 @@ using embedded_host::services::message;
 
 std::span<const commandline::Command> all()
 {
-    static const commandline::Command kAll[] = {kSummary, kDiff};
+    static const commandline::Command kAll[] = {kSummary, kDiff, kCheck};
     return kAll;
 }
 
@@ -42,6 +42,8 @@ void note(const std::string& sentence)
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
+
+std::chrono::year_month_day today() { return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()); }
 
 tell::Looks looks(const commandline::Arguments& arguments)
 {

@@ -5,6 +5,7 @@
 #include "tell/texts.h"
 #include "writing/output.h"
 
+#include <chrono>
 #include <exception>
 #include <functional>
 #include <span>
@@ -17,6 +18,7 @@ std::span<const commandline::Command> all();
 
 extern const commandline::Command kSummary;
 extern const commandline::Command kDiff;
+extern const commandline::Command kCheck;
 
 /// Whoever read standard output has gone away, which is no fault.
 struct ReaderGone : std::exception
@@ -29,6 +31,9 @@ void write(const commandline::Arguments& arguments, const std::function<void(emb
 
 /// Tells on standard error what a user should know of a result, without control characters from outside.
 void note(const std::string& sentence);
+
+/// Today, in UTC.
+std::chrono::year_month_day today();
 
 /// How the place looks where `write` writes.
 tell::Looks looks(const commandline::Arguments& arguments);

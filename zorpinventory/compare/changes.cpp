@@ -82,7 +82,7 @@ void Telling::addNamed(std::set<std::size_t>& pairs, const Devices& side, std::s
 std::set<std::size_t> Telling::linked(const Devices& side, const Property& property) const
 {
     std::set<std::size_t> pairs;
-    forEachHandle(property.value, [&](auto handle) { addNamed(pairs, side, handle); });
+    document::forEachHandle(property.value, [&](auto handle) { addNamed(pairs, side, handle); });
     return pairs;
 }
 

@@ -125,7 +125,7 @@ void Devices::readLinks()
                 add(i, knowledge::kChildLinks, *child.id);
         for (const auto& property : (*this)[i].properties)
             if (knowledge::isLink(property.name))
-                forEachHandle(property.value, [&](auto handle) { add(i, property.name, handle); });
+                document::forEachHandle(property.value, [&](auto handle) { add(i, property.name, handle); });
     }
     std::sort(all.begin(), all.end());
     all.erase(std::unique(all.begin(), all.end()), all.end());

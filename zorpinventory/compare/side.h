@@ -91,15 +91,4 @@ private:
 /// The texts of a device's place that are not blank, joined by blanks; nothing for a blank place.
 std::optional<std::string> placeText(const document::Device& device, const knowledge::Kind& kind);
 
-/// Calls `named` with each handle in the value of a link.
-template <class Function>
-void forEachHandle(const document::Value& value, Function named)
-{
-    if (const auto* list = std::get_if<document::Texts>(&value))
-        for (const auto handle : *list)
-            named(handle);
-    else
-        named(document::textOf(value));
-}
-
 } // namespace zorpinventory::compare

@@ -2,7 +2,9 @@
 #include "document.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstdio>
 
 namespace zorpinventory::document
 {
@@ -10,6 +12,27 @@ namespace zorpinventory::document
 bool Number::operator==(const Number& other) const
 {
     return kind == other.kind && value == other.value && unit == other.unit && std::ranges::equal(codes, other.codes);
+}
+
+std::optional<unsigned> handleIn(std::string_view text)
+{
+    constexpr std::string_view kPrefix = "0x";
+    constexpr unsigned kLast = 0xFFFF;
+    constexpr int kHexadecimal = 16;
+    if (!text.starts_with(kPrefix))
+        return std::nullopt;
+    text.remove_prefix(kPrefix.size());
+    unsigned handle = 0;
+    const auto* end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, handle, kHexadecimal);
+    return read == end && error == std::errc() && handle <= kLast ? std::optional(handle) : std::nullopt;
+}
+
+std::string handleText(unsigned handle)
+{
+    std::array<char, sizeof "0x0011"> text{};
+    std::snprintf(text.data(), text.size(), "0x%04X", handle);
+    return text.data();
 }
 
 std::string_view trimmed(std::string_view text)

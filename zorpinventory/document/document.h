@@ -67,7 +67,9 @@ struct Device
 {
     std::string_view uid;
     std::string_view name;
-    unsigned type = kGroupType; ///< the structure's type, or one of those above
+    unsigned type = kGroupType;     ///< the structure's type, or one of those above
+    std::optional<unsigned> handle; ///< the structure's; none of the root, of groups, and of the further devices of a
+                                    ///< structure that has several
     std::vector<ChildLink> children;
     std::span<const Property> properties;
 
@@ -79,6 +81,23 @@ struct Device
 
     /// The property's number, or the number that it is; nothing where the document does not tell it.
     std::optional<double> number(std::string_view property) const;
+};
+
+/// A structure that no device was made of. Only documents with details have them.
+struct Structure
+{
+    unsigned type = 0;
+    unsigned handle = 0;
+    unsigned length = 0; ///< of the formatted area, in bytes
+};
+
+/// What is wrong with the table itself. Only documents with details have it.
+struct Fault
+{
+    std::string_view name;          ///< "strings-past-end"
+    Numeral offset;                 ///< from the table's first byte; 0 where no place is meant
+    std::optional<unsigned> handle; ///< none where no structure is meant
+    std::string_view text;          ///< a sentence in the document's language
 };
 
 /// A machine. All texts in it live as long as it does.
@@ -94,11 +113,23 @@ public:
     /// Whether numbers stand beside texts.
     bool detailed() const { return detailed_; }
 
+    /// The version of the standard that the table names, "3.1.1"; empty where the document does not tell it.
+    std::string_view version() const { return version_; }
+
+    /// In the table's order, types 126 and 127 among them.
+    const std::vector<Structure>& others() const { return others_; }
+
+    /// In the order in which they were met.
+    const std::vector<Fault>& faults() const { return faults_; }
+
 private:
     friend class Reader;
 
     std::string bytes_; ///< the document itself: texts are views of it
+    std::string_view version_;
     std::vector<Device> devices_;
+    std::vector<Structure> others_;
+    std::vector<Fault> faults_;
     std::vector<Property> properties_;
     std::vector<std::string_view> texts_;
     std::vector<Number> numbers_;
@@ -112,10 +143,27 @@ inline constexpr std::size_t kLargestDocument = 0x20000000;
 /// Reads a document. Throws Problem, which names it by `name`.
 Document read(std::string bytes, const std::string& name);
 
+/// The number of a handle in a text such as "0x0011"; of type 35 they have eight digits. Nothing when it is none.
+std::optional<unsigned> handleIn(std::string_view text);
+
+/// "0x0011"
+std::string handleText(unsigned handle);
+
 /// The text without the blanks around it.
 std::string_view trimmed(std::string_view text);
 
 /// One text for a value without the blanks around it; a list has none.
 std::string_view textOf(const Value& value);
+
+/// Calls `named` with each handle in the value of a link.
+template <class Function>
+void forEachHandle(const Value& value, Function named)
+{
+    if (const auto* list = std::get_if<Texts>(&value))
+        for (const auto handle : *list)
+            named(handle);
+    else
+        named(textOf(value));
+}
 
 } // namespace zorpinventory::document

@@ -7,6 +7,7 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
+#include <charconv>
 
 namespace zorpinventory::document
 {
@@ -44,6 +45,8 @@ const char* nameOf(Node::Kind kind)
         return "array";
     case Node::Kind::Object:
         return "object";
+    case Node::Kind::Number:
+        return "number";
     default:
         return "value";
     }
@@ -96,10 +99,12 @@ private:
     /// The key of the value that begins; elements of lists have none.
     std::string_view ownKey() const
     {
-        const bool inList = open_.empty() ? top_ == "devices" : nodes_[open_.back()].kind == Node::Kind::List;
+        const bool inList = open_.empty() ? isList(top_) : nodes_[open_.back()].kind == Node::Kind::List;
         return inList ? std::string_view() : key_;
     }
-    bool wanted() const { return top_ == "format" || top_ == "module" || top_ == "devices"; }
+    /// Whether the document's key has a list whose elements are taken one by one.
+    static bool isList(std::string_view top) { return top == "devices" || top == "others" || top == "faults"; }
+    bool wanted() const { return isList(top_) || top_ == "format" || top_ == "module" || top_ == "table"; }
     bool begin(Node::Kind kind);
     bool end();
     bool add(Node::Kind kind, std::string_view text);
@@ -115,8 +120,13 @@ private:
     void require(std::size_t node, Node::Kind kind) const;
     void requireUniqueKeys(std::size_t object) const;
     std::string_view requiredText(std::size_t object, std::string_view key) const;
+    std::string_view requiredDigits(std::size_t object, std::string_view key) const;
+    unsigned requiredByte(std::size_t object, std::string_view key) const;
+    std::optional<unsigned> handle(std::size_t object) const;
 
     void takeDevice();
+    void takeOther();
+    void takeFault();
     ChildLink childLink(std::size_t node) const;
     void takeProperty(std::size_t node);
     void takeNumber(std::size_t node, Range properties);
@@ -163,10 +173,10 @@ bool Reader::begin(Node::Kind kind)
             refuse(message("it is no inventory of zorpsysinfosmbios2"));
         return true;
     }
-    if (depth_ == 2 && top_ == "devices") {
+    if (depth_ == 2 && isList(top_)) {
         if (kind != Node::Kind::List)
             refuse(message("\"%1\" is no %2", top_, nameOf(Node::Kind::List)));
-        hasDevices_ = true;
+        hasDevices_ = hasDevices_ || top_ == "devices";
         return true;
     }
     if (wanted()) {
@@ -205,9 +215,18 @@ bool Reader::take()
 {
     if (top_ == "devices") {
         takeDevice();
+    } else if (top_ == "others") {
+        takeOther();
+    } else if (top_ == "faults") {
+        takeFault();
     } else if (top_ == "format") {
         require(0, Node::Kind::Text);
         format_ = nodes_[0].text;
+    } else if (top_ == "table") {
+        if (nodes_[0].kind != Node::Kind::Null) {
+            require(0, Node::Kind::Object);
+            document_.version_ = requiredText(0, "version");
+        }
     } else {
         require(0, Node::Kind::Object);
         module_ = requiredText(0, "name");
@@ -249,6 +268,37 @@ std::string_view Reader::requiredText(std::size_t object, std::string_view key) 
         refuse(message("\"%1\" is missing", key));
     require(static_cast<std::size_t>(node - nodes_.data()), Node::Kind::Text);
     return node->text;
+}
+
+std::string_view Reader::requiredDigits(std::size_t object, std::string_view key) const
+{
+    const auto* node = member(object, key);
+    if (node == nullptr)
+        refuse(message("\"%1\" is missing", key));
+    require(static_cast<std::size_t>(node - nodes_.data()), Node::Kind::Number);
+    return node->text;
+}
+
+unsigned Reader::requiredByte(std::size_t object, std::string_view key) const
+{
+    const auto digits = requiredDigits(object, key);
+    std::uint8_t number = 0;
+    const auto* end = digits.data() + digits.size();
+    if (const auto [read, error] = std::from_chars(digits.data(), end, number); read != end || error != std::errc())
+        refuse(message("\"%1\" is no %2", key, "byte"));
+    return number;
+}
+
+/// What the object's "handle" says; nothing where it has none.
+std::optional<unsigned> Reader::handle(std::size_t object) const
+{
+    const auto* node = member(object, "handle");
+    if (node == nullptr || node->kind == Node::Kind::Null)
+        return std::nullopt;
+    const auto found = handleIn(requiredText(object, "handle"));
+    if (!found)
+        refuse(message("\"%1\" is no %2", "handle", "handle"));
+    return found;
 }
 
 ChildLink Reader::childLink(std::size_t node) const
@@ -374,8 +424,27 @@ void Reader::takeDevice()
             forEach(i, [&](std::size_t number) { takeNumber(number, properties_.back()); });
         }
     });
+    constexpr std::string_view kStructure = "SMBIOS:";
+    if (device.uid.starts_with(kStructure))
+        device.handle = handleIn(device.uid.substr(kStructure.size()));
     device.type = typeOf(device, std::span(document_.properties_).subspan(properties.first));
     document_.devices_.push_back(std::move(device));
+}
+
+void Reader::takeOther()
+{
+    require(0, Node::Kind::Object);
+    const auto own = handle(0);
+    if (!own)
+        refuse(message("\"%1\" is missing", "handle"));
+    document_.others_.push_back({requiredByte(0, "type"), *own, requiredByte(0, "length")});
+}
+
+void Reader::takeFault()
+{
+    require(0, Node::Kind::Object);
+    document_.faults_.push_back(
+        {requiredText(0, "fault"), {requiredDigits(0, "offset")}, handle(0), requiredText(0, "text")});
 }
 
 /// Lets everything point to where it is, now that nothing moves any more.

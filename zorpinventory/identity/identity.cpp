@@ -1,6 +1,7 @@
 // Real texts and keys.
 #include "identity.h"
 
+#include "knowledge/placeholders.h"
 #include "placeholders/placeholders.h"
 
 #include <algorithm>
@@ -23,15 +24,15 @@ Kind kindOfText(std::string_view property)
     return isNumber ? Kind::Serial : Kind::Name;
 }
 
-/// The serial number as it is written: the first real one, repeated or not.
-std::string_view writtenSerial(const Device& device)
+/// The serial number as it is written, with its property: the first real one, repeated or not.
+Serials::Written writtenSerial(const Device& device)
 {
     const auto& kind = knowledge::kindOf(device.type);
     if (kind.isEmpty != nullptr && kind.isEmpty(device))
         return {};
     for (const auto property : kind.serials)
         if (const auto text = device.text(property); isReal(property, text))
-            return text;
+            return {text, property};
     return {};
 }
 
@@ -54,18 +55,47 @@ bool isReal(std::string_view property, std::string_view text)
     return !text.empty() && embedded_host::placeholders::isReal(text, kindOfText(property));
 }
 
+bool isPlaceholder(std::string_view property, std::string_view text)
+{
+    return !text.empty() && embedded_host::placeholders::isPlaceholder(text, kindOfText(property));
+}
+
+bool isTemplate(const Device& device)
+{
+    const auto row = std::ranges::find(knowledge::kTemplates, device.type, &knowledge::Template::type);
+    if (row == std::end(knowledge::kTemplates))
+        return false;
+    const auto says = [&](std::string_view property) {
+        const auto text = device.text(property);
+        return isReal(property, text) &&
+               std::ranges::find(knowledge::kTemplateTexts, text) == std::end(knowledge::kTemplateTexts);
+    };
+    const auto isMeasured = [&](std::string_view property) {
+        const auto text = device.text(property);
+        return !text.empty() && text != "UNKNOWN" && device.number(property).value_or(1) != 0;
+    };
+    return std::ranges::none_of(row->texts, says) && std::ranges::none_of(row->measured, isMeasured);
+}
+
 Serials::Serials(const document::Document& document)
 {
     for (const auto& device : document.devices())
-        if (const auto serial = writtenSerial(device); !serial.empty())
+        if (const auto serial = writtenSerial(device).text; !serial.empty())
             ++carriers_[{device.type, serial}];
+}
+
+Serials::Written Serials::written(const Device& device) const
+{
+    auto serial = writtenSerial(device);
+    if (const auto found = carriers_.find({device.type, serial.text}); found != carriers_.end())
+        serial.carriers = found->second;
+    return serial;
 }
 
 std::string_view Serials::of(const Device& device) const
 {
-    const auto serial = writtenSerial(device);
-    const auto found = carriers_.find({device.type, serial});
-    return found != carriers_.end() && found->second == 1 ? serial : std::string_view();
+    const auto serial = written(device);
+    return serial.carriers == 1 ? serial.text : std::string_view();
 }
 
 const Device* firstOf(const document::Document& document, unsigned type)

@@ -1,8 +1,6 @@
 // The facts, with what is known of the values' oddities.
 #include "summary.h"
 
-#include "knowledge/template_texts.h"
-
 #include <algorithm>
 #include <set>
 
@@ -209,19 +207,6 @@ void addMemory(Memory& memory, const Document& document, const identity::Serials
         memory.bytes = bytes;
 }
 
-/// Whether firmware copied the device from a sample: nothing in it is of a real one.
-bool isTemplate(const Device& device, std::initializer_list<std::string_view> texts, std::string_view measured)
-{
-    const auto says = [&](std::string_view property) {
-        return !real(&device, property).empty() &&
-               std::ranges::find(knowledge::kTemplateTexts, device.text(property)) ==
-                   std::end(knowledge::kTemplateTexts);
-    };
-    const auto text = device.text(measured);
-    const bool isMeasured = !text.empty() && text != "UNKNOWN" && device.number(measured).value_or(1) != 0;
-    return std::ranges::none_of(texts, says) && !isMeasured;
-}
-
 void addSupplies(Summary& summary, const Document& document)
 {
     const auto ratingOf = [](const Device& device, std::string_view property) {
@@ -229,11 +214,11 @@ void addSupplies(Summary& summary, const Document& document)
         return text == "UNKNOWN" || device.number(property) == 0 ? std::string() : std::string(text);
     };
     for (const auto* device : ofType(document, 22))
-        if (!isTemplate(*device, {"t22_manufacturer", "t22_name"}, "t22_capacity"))
+        if (!identity::isTemplate(*device))
             summary.batteries.push_back(
                 {real(device, "t22_manufacturer"), real(device, "t22_name"), ratingOf(*device, "t22_capacity")});
     for (const auto* device : ofType(document, 39))
-        if (!isTemplate(*device, {"t39_manufacturer", "t39_name", "t39_part_num"}, "t39_max_power"))
+        if (!identity::isTemplate(*device))
             summary.powerSupplies.push_back(
                 {real(device, "t39_manufacturer"),
                  real(device, real(device, "t39_name").empty() ? "t39_part_num" : "t39_name"),

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace zorpinventory::tell
 {
@@ -24,26 +23,6 @@ namespace
 constexpr std::size_t kScreen = 24;
 constexpr std::size_t kMostRows = 12; ///< more memory devices than that are gathered
 constexpr std::string_view kGap = "  ";
-
-/// A size in the largest unit that leaves it at 1 or more: "1.5 TB", by steps of 1024.
-std::string sizeText(std::uint64_t bytes)
-{
-    constexpr std::array kUnits = {"B", "KB", "MB", "GB", "TB", "PB", "EB"};
-    constexpr std::uint64_t kStep = 1024;
-    std::size_t unit = 0;
-    std::uint64_t scale = 1;
-    while (unit + 1 < kUnits.size() && bytes / scale >= kStep) {
-        scale *= kStep;
-        ++unit;
-    }
-    std::array<char, 32> digits{};
-    std::snprintf(digits.data(), digits.size(), "%.2f", static_cast<double>(bytes) / static_cast<double>(scale));
-    std::string text = digits.data();
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.'))
-        text.pop_back();
-    return text + " " + kUnits[unit];
-}
 
 /// The parts that are not empty, with something between them.
 std::string joined(const std::vector<std::string>& parts, std::string_view between)

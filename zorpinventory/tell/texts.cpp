@@ -7,6 +7,8 @@
 #include "texts/translations.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 
 namespace zorpinventory::tell
 {
@@ -32,6 +34,67 @@ std::string printable(std::string_view text)
     std::string shown;
     services::appendPrintable(shown, document::trimmed(text));
     return shown;
+}
+
+std::string sizeText(std::uint64_t bytes)
+{
+    constexpr std::array kUnits = {"B", "KB", "MB", "GB", "TB", "PB", "EB"};
+    constexpr std::uint64_t kStep = 1024;
+    std::size_t unit = 0;
+    std::uint64_t scale = 1;
+    while (unit + 1 < kUnits.size() && bytes / scale >= kStep) {
+        scale *= kStep;
+        ++unit;
+    }
+    std::array<char, 32> digits{};
+    std::snprintf(digits.data(), digits.size(), "%.2f", static_cast<double>(bytes) / static_cast<double>(scale));
+    std::string text = digits.data();
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.'))
+        text.pop_back();
+    return text + " " + kUnits[unit];
+}
+
+namespace
+{
+
+/// Takes the next word off a text that is not empty, or the next wide character: lines go on before and behind it.
+std::string_view takeWord(std::string_view& text)
+{
+    constexpr std::size_t kWide = 2;
+    auto rest = text;
+    const bool isWide = services::columnsOf(services::takeCharacter(rest)) == kWide;
+    while (!isWide && !rest.empty() && rest.front() != ' ') {
+        auto next = rest;
+        if (services::columnsOf(services::takeCharacter(next)) == kWide)
+            break;
+        rest = next;
+    }
+    const auto word = text.substr(0, text.size() - rest.size());
+    text = rest;
+    return word;
+}
+
+} // namespace
+
+std::string wrapped(std::string_view text, std::size_t columns, std::size_t indent)
+{
+    std::string lines;
+    std::size_t used = indent;
+    while (!text.empty()) {
+        const auto word = takeWord(text);
+        const auto width = services::columnsOf(word);
+        if (used > indent && used + width > columns) {
+            lines.erase(lines.find_last_not_of(' ') + 1);
+            lines += "\n" + std::string(indent, ' ');
+            used = indent;
+        }
+        lines += word;
+        used += width;
+        for (; text.starts_with(' '); text.remove_prefix(1), ++used)
+            lines += ' ';
+    }
+    return lines;
 }
 
 std::string padded(std::string text, std::size_t columns)

@@ -4,6 +4,7 @@
 #include "document/document.h"
 #include "knowledge/kinds.h"
 
+#include <cstdint>
 #include <string>
 
 namespace zorpinventory::tell
@@ -24,6 +25,13 @@ std::string kindName(const knowledge::Kind& kind);
 
 /// A firmware's text as a terminal may show it.
 std::string printable(std::string_view text);
+
+/// A size in the largest unit that leaves it at 1 or more: "1.5 TB", by steps of 1024.
+std::string sizeText(std::uint64_t bytes);
+
+/// The text on lines of at most so many columns, each but the first behind so many blanks. Scripts without blanks go on
+/// anywhere; a word that is longer than a line stays whole.
+std::string wrapped(std::string_view text, std::size_t columns, std::size_t indent);
 
 /// The text, filled up with blanks to so many columns.
 std::string padded(std::string text, std::size_t columns);
