@@ -1,5 +1,7 @@
 # The target header_only_dependencies: Boost, CLI11 and RapidJSON.
 add_library(header_only_dependencies INTERFACE)
+# Boost's exceptions would tell the path of the header that throws, which is another one on every machine.
+target_compile_definitions(header_only_dependencies INTERFACE BOOST_DISABLE_CURRENT_LOCATION)
 
 if(CMAKE_CROSSCOMPILING)
     # Debian's header-only packages serve every target, but the folder they lie in also holds the build machine's own C
