@@ -51,7 +51,7 @@ Outcome programBeside(const std::string& script, const std::string& arguments)
 TEST(Inventory, EverySourceTellsTheSameMachine)
 {
     tests::TableBuilder table;
-    table.add(1, 0x0001, 0x1B).text(0x04, "Halvard").text(0x05, "Kvitnes").text(0x07, "HI-1");
+    table.add(1, 0x0001, 0x08).text(0x04, "Halvard").text(0x05, "Kvitnes").text(0x07, "HI-1");
     table.end();
     const TemporaryFolder folder;
     const auto expected = "System          Halvard Kvitnes, serial HI-1\n";
@@ -82,6 +82,43 @@ TEST(Inventory, TheExitCodeTellsWhetherSomethingDiffers)
     EXPECT_EQ(shell("(LC_ALL=C " ZORPINVENTORY " diff -f json --all " + a + " " + b + "; echo $? >&2) | :").errors,
               "0\n")
         << "a reader that goes away is no fault";
+}
+
+TEST(Inventory, TheExitCodeTellsWhetherSomethingIsWrong)
+{
+    tests::TableBuilder table;
+    table.add(0, 0x0000, 0x12).text(0x04, "Zorp Firmware Works").text(0x08, "11/04/2019");
+    table.add(1, 0x0001, 0x08).text(0x04, "Halvard").text(0x05, "System Product Name");
+    table.end();
+    const TemporaryFolder folder;
+    const auto path = folder.file("dump", table.dump64(3, 0, 0)).string();
+    const auto check = "check " + path;
+    const auto found = program(check + " --at 2019-11-03");
+    EXPECT_EQ(found.exitCode, 1);
+    EXPECT_TRUE(found.output.ends_with("\nerrors: 0, warnings: 1, notes: 1\n")) << found.output;
+    const std::pair<std::string, int> cases[] = {
+        {" --at 2019-11-04", 0},
+        {" --at 2019-11-04 --level note", 1},
+        {" --at 2019-11-03 --level error", 0},
+        {" --at 2019-11-03 --ignore date-in-future", 0},
+        {" --at 2019-11-03 --ignore date-in-future --ignore placeholder --level note", 0},
+        {" --at 2019-11-31", 2},
+        {" --at today", 2},
+        {" --ignore no-such-rule", 2},
+        {" --rules", 0},
+    };
+    for (const auto& [options, exitCode] : cases)
+        EXPECT_EQ(program(check + options).exitCode, exitCode) << options;
+    EXPECT_TRUE(program(path).output.ends_with("\nFindings        errors: 0, warnings: 0, notes: 1,\n"
+                                               "                zorpinventory check " +
+                                               path + " tells more\n"))
+        << program(path).output;
+    EXPECT_EQ(program(check + " -f json --at 2019-11-04").output,
+              R"({"format":"zorp-check-1","source":")" + path +
+                  R"(","findings":[{"rule":"placeholder","level":"note","type":1,"handle":"0x0001",)"
+                  R"("uid":"SMBIOS:0x0001","property":"t1_product","text":"Never filled in: System Product Name.",)"
+                  R"("advice":"Do not sort machines by these texts; many makers have a tool that sets them."}]})"
+                  "\n");
 }
 
 TEST(Inventory, HostileTextsDoNotReachATerminal)

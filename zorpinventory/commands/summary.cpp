@@ -23,12 +23,13 @@ Exit run(const Arguments& arguments)
     const auto document = sources::load(source);
     if (!document.detailed())
         note(message("%1 was written without --details: sums and speeds are left out", sources::nameOf(source)));
-    const auto summary = summary::summaryOf(document);
+    auto summary = summary::summaryOf(document);
+    summary.findings = checks::counts(checks::findings(document, today()));
     write(arguments, [&](auto& output) {
         if (arguments.json())
             tell::summaryAsJson(output, summary, source);
         else
-            tell::summaryAsText(output, summary, looks(arguments));
+            tell::summaryAsText(output, summary, source, looks(arguments));
     });
     return Exit::Good;
 }

@@ -1,6 +1,7 @@
 // What one came for: the facts of one screen. What is not known, or a placeholder, is not in them.
 #pragma once
 
+#include "checks/checks.h"
 #include "document/document.h"
 #include "identity/identity.h"
 
@@ -84,6 +85,7 @@ struct Summary
     unsigned freeSlots = 0;
     std::vector<Supply> batteries;
     std::vector<Supply> powerSupplies;
+    checks::Counts findings{}; ///< whoever asks for the summary asks the rules
 };
 
 Summary summaryOf(const document::Document& document);

@@ -17,6 +17,9 @@ std::string levelsOf(const checks::Rule& rule);
 /// What was found, in the user's language.
 std::string sentence(const checks::Finding& finding);
 
+/// "errors: 1, warnings: 0, notes: 4"
+std::string countsText(const checks::Counts& counts);
+
 void findingsAsText(embedded_host::writing::Output& output, std::span<const checks::Finding> findings,
                     const Looks& looks);
 

@@ -123,6 +123,11 @@ std::string sentence(const Finding& finding)
     return embedded_host::services::messageFrom(finding.rule->text, arguments);
 }
 
+std::string countsText(const checks::Counts& counts)
+{
+    return message("errors: %1, warnings: %2, notes: %3", counts[0], counts[1], counts[2]);
+}
+
 void findingsAsText(embedded_host::writing::Output& output, std::span<const Finding> findings, const Looks& looks)
 {
     for (std::size_t i = 0; i < findings.size();) {
@@ -141,10 +146,7 @@ void findingsAsText(embedded_host::writing::Output& output, std::span<const Find
         output.write(paragraph("→ " + message(first.rule->advice), looks));
         i = end;
     }
-    const auto counts = checks::counts(findings);
-    output.write((findings.empty() ? message("nothing found")
-                                   : message("errors: %1, warnings: %2, notes: %3", counts[0], counts[1], counts[2])) +
-                 "\n");
+    output.write((findings.empty() ? message("nothing found") : countsText(checks::counts(findings))) + "\n");
 }
 
 void rulesAsText(embedded_host::writing::Output& output, std::span<const Rule* const> rules, const Looks& looks)

@@ -8,9 +8,9 @@
 namespace zorpinventory::tell
 {
 
-void summaryAsText(embedded_host::writing::Output& output, const summary::Summary& summary, const Looks& looks);
-
 /// `source`: empty for this machine.
+void summaryAsText(embedded_host::writing::Output& output, const summary::Summary& summary, const std::string& source,
+                   const Looks& looks);
 void summaryAsJson(embedded_host::writing::Output& output, const summary::Summary& summary, const std::string& source);
 
 } // namespace zorpinventory::tell

@@ -1,6 +1,7 @@
 // The summary as JSON; what is not known is null.
 #include "summary.h"
 
+#include "check.h"
 #include "json_values.h"
 
 namespace zorpinventory::tell
@@ -132,6 +133,12 @@ void summaryAsJson(embedded_host::writing::Output& output, const summary::Summar
             member(json, "rating", supply.rating);
         });
     }
+    beginObject(json, "findings");
+    for (const auto level : checks::kLevels) {
+        json.key(nameOf(level));
+        json.number(summary.findings[static_cast<std::size_t>(level)]);
+    }
+    json.endObject();
     json.endObject();
     json.endLine();
 }

@@ -1,6 +1,7 @@
 // The summary on one screen.
 #include "summary.h"
 
+#include "check.h"
 #include "services/localization.h"
 #include "services/messages.h"
 #include "services/utf8.h"
@@ -59,8 +60,9 @@ std::string speedOf(const Module& module)
 
 std::vector<std::string> labels()
 {
-    return {message("System"), message("Board"), message("Firmware"),  message("Processors"),
-            message("Memory"), message("Slots"), message("Batteries"), message("Power supplies")};
+    return {message("System"),     message("Board"),          message("Firmware"),
+            message("Processors"), message("Memory"),         message("Slots"),
+            message("Batteries"),  message("Power supplies"), message("Findings")};
 }
 
 std::size_t lines(std::string_view text) { return static_cast<std::size_t>(std::ranges::count(text, '\n')); }
@@ -190,9 +192,18 @@ std::vector<std::string> supplies(const std::vector<summary::Supply>& all)
     return parts;
 }
 
+/// How much the rules found, and what tells more; nothing where there is nothing.
+std::vector<std::string> findings(const checks::Counts& counts, const std::string& source)
+{
+    if (counts == checks::Counts())
+        return {};
+    return {countsText(counts), message("%1 tells more", joined({"zorpinventory check", printable(source)}, " "))};
+}
+
 } // namespace
 
-void summaryAsText(embedded_host::writing::Output& output, const Summary& summary, const Looks& looks)
+void summaryAsText(embedded_host::writing::Output& output, const Summary& summary, const std::string& source,
+                   const Looks& looks)
 {
     const auto& memory = summary.memory;
     const auto& language = embedded_host::services::language();
@@ -216,7 +227,8 @@ void summaryAsText(embedded_host::writing::Output& output, const Summary& summar
         below += fact(message("Slots"),
                       {message("%1 in use", summary.usedSlots), message("%1 free", summary.freeSlots)}, looks);
     below += fact(message("Batteries"), supplies(summary.batteries), looks) +
-             fact(message("Power supplies"), supplies(summary.powerSupplies), looks);
+             fact(message("Power supplies"), supplies(summary.powerSupplies), looks) +
+             fact(message("Findings"), findings(summary.findings, source), looks);
 
     const auto used = lines(above) + lines(below);
     output.write(above);
