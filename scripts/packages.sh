@@ -21,7 +21,7 @@ install_missing() {
 }
 
 # What building needs.
-build_packages=(cmake g++ gettext libboost1.81-dev libcli11-dev ninja-build rapidjson-dev)
+build_packages=(cmake g++ gettext libboost-dev libcli11-dev libsqlite3-dev libxxhash-dev ninja-build rapidjson-dev)
 
 # What the tests need on top of it, and what the live ones of them need.
 test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)

@@ -28,6 +28,11 @@ struct Terminal
 /// The terminal that standard output is; none where it is a file or a pipe.
 std::optional<Terminal> terminal();
 
+enum class Stream { Input, Errors };
+
+/// Whether a person is at the other end of the stream.
+bool isTerminal(Stream stream);
+
 /// Whether the user's surroundings show UTF-8, as the locale says.
 bool showsUtf8();
 

@@ -54,6 +54,8 @@ std::optional<Terminal> terminal()
     return Terminal{columns != 0 ? columns : kUsual, variable("NO_COLOR").empty() && !kind.empty() && kind != "dumb"};
 }
 
+bool isTerminal(Stream stream) { return isatty(stream == Stream::Input ? STDIN_FILENO : STDERR_FILENO) != 0; }
+
 bool showsUtf8()
 {
     for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {

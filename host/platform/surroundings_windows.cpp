@@ -67,6 +67,8 @@ std::optional<Terminal> terminal()
     return Terminal{static_cast<std::size_t>(buffer.srWindow.Right - buffer.srWindow.Left + 1), colours};
 }
 
+bool isTerminal(Stream stream) { return _isatty(_fileno(stream == Stream::Input ? stdin : stderr)) != 0; }
+
 bool showsUtf8() { return true; }
 
 std::vector<std::filesystem::path> configurationFolders()

@@ -22,6 +22,7 @@ enum class Completes {
     Choices, ///< few enough for the help; nothing else is taken
     Names,   ///< too many for the help; the command itself knows them
     Files,
+    Machines, ///< of the history
 };
 
 struct Option
@@ -65,6 +66,7 @@ struct Command
     const char* good;      ///< what exit code 0 means, translatable
     const char* otherwise; ///< what 1 means; empty where there is no such code
     Exit (*run)(const Arguments& arguments);
+    Completes completes = Completes::Files; ///< what its sources are
 };
 
 /// What was asked for: a command, or a word about them.
@@ -92,6 +94,15 @@ inline constexpr Option kLanguage{.names = "-l, --language",
                                   .says = translatable("language of texts; else as the environment says"),
                                   .completes = Completes::Choices,
                                   .choices = "en de zh_CN"};
+
+inline constexpr Option kDatabase{.names = "--db",
+                                  .value = "FILE",
+                                  .says = translatable("the history; else the user's own, as root the system's"),
+                                  .completes = Completes::Files};
+inline constexpr Option kMachine{.names = "--machine",
+                                 .value = "NAME",
+                                 .says = translatable("call the machine so, whatever its table says"),
+                                 .completes = Completes::Machines};
 
 /// Options that every command has.
 inline constexpr Option kHelp{.names = "-h, --help", .says = translatable("show this help")};

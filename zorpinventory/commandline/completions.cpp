@@ -49,6 +49,19 @@ std::string commandNames(std::span<const Command> commands, std::string_view bet
     return joined(names, between);
 }
 
+/// What tells the machines of the history, one a line.
+constexpr std::string_view kMachines = "zorpinventory log --machines --names 2>/dev/null";
+
+/// The commands that take machines instead of sources.
+std::string commandsOfMachines(std::span<const Command> commands, std::string_view between)
+{
+    std::vector<std::string> names;
+    for (const auto& command : commands)
+        if (command.completes == Completes::Machines)
+            names.emplace_back(command.name);
+    return joined(names, between);
+}
+
 } // namespace
 
 std::string bashCompletion(std::span<const Command> commands)
@@ -56,6 +69,15 @@ std::string bashCompletion(std::span<const Command> commands)
     std::string text =
         "# Completion for bash, loaded by the package bash-completion. Made from the declarations of the "
         "commands.\n\n"
+        "_zorpinventory_machines() {\n"
+        "    local machine\n"
+        "    while IFS= read -r machine; do\n"
+        "        printf -v machine %q \"$machine\"\n"
+        "        [[ $machine != \"$cur\"* ]] || COMPREPLY+=(\"$machine\")\n"
+        "    done < <(" +
+        std::string(kMachines) +
+        ")\n"
+        "}\n\n"
         "_zorpinventory() {\n"
         "    local cur prev words cword split\n"
         "    _init_completion -s || return\n\n"
@@ -84,6 +106,8 @@ std::string bashCompletion(std::span<const Command> commands)
             text += "        " + joined(namesOf(option), " | ") + ") ";
             if (!option.choices.empty())
                 text += "values=\"" + std::string(option.choices) + "\" ;;\n";
+            else if (option.completes == Completes::Machines)
+                text += "_zorpinventory_machines; return ;;\n";
             else
                 text += std::string(option.completes == Completes::Files ? "_filedir; " : "") + "return ;;\n";
         }
@@ -92,6 +116,10 @@ std::string bashCompletion(std::span<const Command> commands)
             "            $split && return\n"
             "            if [[ $cur == -* ]]; then\n"
             "                values=$options\n"
+            "            elif [[ ${words[1]} == @(" +
+            commandsOfMachines(commands, "|") +
+            ") ]]; then\n"
+            "                _zorpinventory_machines\n"
             "            else\n"
             "                _filedir\n"
             "                ((cword == 1)) && values=\"" +
@@ -110,6 +138,12 @@ std::string bashCompletion(std::span<const Command> commands)
 std::string zshCompletion(std::span<const Command> commands)
 {
     std::string text = "#compdef zorpinventory\n# Completion for zsh. Made from the declarations of the commands.\n\n"
+                       "_zorpinventory_machines() {\n"
+                       "    local -a machines=(\"${(@f)$(" +
+                       std::string(kMachines) +
+                       ")}\")\n"
+                       "    compadd -a machines\n"
+                       "}\n\n"
                        "local -a commands=(\n";
     for (const auto& command : commands)
         text += "    '" + std::string(command.name) + ":" + command.says + "'\n";
@@ -144,10 +178,13 @@ std::string zshCompletion(std::span<const Command> commands)
                 text += "(" + std::string(option.choices) + ")";
             if (option.completes == Completes::Files)
                 text += "_files";
+            if (option.completes == Completes::Machines)
+                text += "_zorpinventory_machines";
             text += "'";
         }
         if (command.mostSources != 0)
-            text += " \\\n            '*:source:_files'";
+            text += command.completes == Completes::Machines ? " \\\n            '*:machine:_zorpinventory_machines'"
+                                                             : " \\\n            '*:source:_files'";
         text += "\n        ;;\n";
     }
     return text + "esac\n";
@@ -168,6 +205,9 @@ std::string fishCompletion(std::span<const Command> commands)
         text += "complete -c zorpinventory -n 'test (count (commandline -opc)) -eq 1' -a " + std::string(command.name) +
                 " -d '" + command.says + "'\n";
     for (const auto& command : commands) {
+        if (command.completes == Completes::Machines)
+            text += "complete -c zorpinventory -n '__zorpinventory_is " + std::string(command.name) + "' -f -a '(" +
+                    std::string(kMachines) + ")'\n";
         for (const auto& option : optionsOf(command)) {
             text += "complete -c zorpinventory -n '__zorpinventory_is " + std::string(command.name) + "'";
             for (const auto& name : namesOf(option))
@@ -178,6 +218,8 @@ std::string fishCompletion(std::span<const Command> commands)
                 text += " -x";
             if (!option.choices.empty())
                 text += " -a '" + std::string(option.choices) + "'";
+            if (option.completes == Completes::Machines)
+                text += " -a '(" + std::string(kMachines) + ")'";
             text += " -d '" + std::string(option.says) + "'\n";
         }
     }

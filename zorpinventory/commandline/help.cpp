@@ -88,6 +88,8 @@ std::string help(std::span<const Command> commands, const Command* command)
         text += row("machine.dmi", message("a saved table in any layout, or a folder with one"));
         text += row("machine.json", message("what zorpsysinfosmbios2 -f json has written, best with --details"));
         text += row("-", message("the same on standard input"));
+        text +=
+            row("@3, @latest, @2026-11-01", message("a record of this machine in the history; of another: MACHINE@3"));
         text += "\n" + message("zorpinventory COMMAND --help tells of a command's options.") + "\n";
         return text;
     }

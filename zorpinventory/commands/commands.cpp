@@ -15,7 +15,7 @@ using embedded_host::services::message;
 
 std::span<const commandline::Command> all()
 {
-    static const commandline::Command kAll[] = {kSummary, kDiff, kCheck};
+    static const commandline::Command kAll[] = {kSummary, kDiff, kRecord, kLog, kForget, kCheck};
     return kAll;
 }
 
@@ -44,6 +44,23 @@ void note(const std::string& sentence)
 }
 
 std::chrono::year_month_day today() { return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()); }
+
+sources::Place place(const commandline::Arguments& arguments)
+{
+    return {embedded_host::platform::pathFromUtf8(arguments.value(commandline::kDatabase.key()).value_or("")),
+            arguments.value(commandline::kMachine.key()).value_or("")};
+}
+
+std::optional<std::string> time(const commandline::Arguments& arguments, const commandline::Option& option,
+                                history::Of day)
+{
+    const auto text = arguments.value(option.key());
+    if (!text)
+        return std::nullopt;
+    if (auto time = history::timeFrom(*text, day))
+        return time;
+    throw Problem(message("\"%1\" is no time; write a day as 2026-11-01, or a time as 2026-11-01T08:30:00Z", *text));
+}
 
 tell::Looks looks(const commandline::Arguments& arguments)
 {

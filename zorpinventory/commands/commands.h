@@ -2,6 +2,8 @@
 #pragma once
 
 #include "commandline/command.h"
+#include "history/times.h"
+#include "sources/sources.h"
 #include "tell/texts.h"
 #include "writing/output.h"
 
@@ -19,6 +21,9 @@ std::span<const commandline::Command> all();
 extern const commandline::Command kSummary;
 extern const commandline::Command kDiff;
 extern const commandline::Command kCheck;
+extern const commandline::Command kRecord;
+extern const commandline::Command kLog;
+extern const commandline::Command kForget;
 
 /// Whoever read standard output has gone away, which is no fault.
 struct ReaderGone : std::exception
@@ -34,6 +39,13 @@ void note(const std::string& sentence);
 
 /// Today, in UTC.
 std::chrono::year_month_day today();
+
+/// Which history is meant, and what the machine is called in it.
+sources::Place place(const commandline::Arguments& arguments);
+
+/// The time that an option names; nothing without the option. Throws Problem for what is no time.
+std::optional<std::string> time(const commandline::Arguments& arguments, const commandline::Option& option,
+                                history::Of day);
 
 /// How the place looks where `write` writes.
 tell::Looks looks(const commandline::Arguments& arguments);

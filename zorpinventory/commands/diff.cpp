@@ -3,12 +3,7 @@
 
 #include "compare/changes.h"
 #include "document/problem.h"
-#include "identity/identity.h"
-#include "sources/sources.h"
 #include "tell/diff.h"
-
-#include <chrono>
-#include <ctime>
 
 namespace zorpinventory::commands
 {
@@ -28,21 +23,14 @@ constexpr Option kIgnoreIdentity{.names = "--ignore-identity",
                                                       "the UUID do not count")};
 constexpr Option kVerbose{.names = "-v, --verbose",
                           .says = translatable("text: list what would be gathered in one line")};
-constexpr Option kOptions[] = {commandline::kFormat,  kAll, kIgnoreIdentity, kVerbose, commandline::kOutput,
-                               commandline::kLanguage};
+constexpr Option kOptions[] = {commandline::kFormat,  kAll,
+                               kIgnoreIdentity,       kVerbose,
+                               commandline::kMachine, commandline::kDatabase,
+                               commandline::kOutput,  commandline::kLanguage};
 
-/// Now, in UTC: "2026-11-01T08:30:00Z".
-std::string now()
+tell::Compared compared(const sources::Sighting& sighting)
 {
-    const auto time = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-    std::string text(sizeof "2026-11-01T08:30:00Z", '\0');
-    text.resize(std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", std::gmtime(&time)));
-    return text;
-}
-
-tell::Compared compared(const std::string& source, const document::Document& document)
-{
-    return {source, identity::keyOf(document).text, source == sources::kThisMachine ? now() : std::string()};
+    return {sighting.source, sighting.machine, sighting.taken};
 }
 
 Exit run(const Arguments& arguments)
@@ -51,13 +39,17 @@ Exit run(const Arguments& arguments)
     const std::string b = arguments.sources.size() > 1 ? arguments.sources.back() : sources::kThisMachine;
     if (a == sources::kStandardInput && b == a)
         throw Problem(message("standard input can be read once only; name a file for A or B"));
-    const auto documentA = sources::load(a);
-    const auto documentB = sources::load(b);
-    const auto changes =
-        compare::changes(documentA, documentB, {arguments.has(kAll.key()), arguments.has(kIgnoreIdentity.key())});
+    auto where = place(arguments);
+    const auto seenB = sources::see(b, where);
+    // Where this machine was just asked, it need not be found out which one it is.
+    if (b == sources::kThisMachine && where.machine.empty())
+        where.machine = seenB.machine;
+    const auto seenA = sources::see(a, where);
+    const auto changes = compare::changes(seenA.document, seenB.document,
+                                          {arguments.has(kAll.key()), arguments.has(kIgnoreIdentity.key())});
     write(arguments, [&](auto& output) {
         if (arguments.json())
-            tell::diffAsJson(output, compared(a, documentA), compared(b, documentB), changes);
+            tell::diffAsJson(output, compared(seenA), compared(seenB), changes);
         else
             tell::diffAsText(output, changes, looks(arguments), arguments.has(kVerbose.key()));
     });

@@ -104,7 +104,10 @@ private:
     }
     /// Whether the document's key has a list whose elements are taken one by one.
     static bool isList(std::string_view top) { return top == "devices" || top == "others" || top == "faults"; }
-    bool wanted() const { return isList(top_) || top_ == "format" || top_ == "module" || top_ == "table"; }
+    bool wanted() const
+    {
+        return isList(top_) || top_ == "format" || top_ == "module" || top_ == "table" || top_ == "error";
+    }
     bool begin(Node::Kind kind);
     bool end();
     bool add(Node::Kind kind, std::string_view text);
@@ -227,6 +230,10 @@ bool Reader::take()
             require(0, Node::Kind::Object);
             document_.version_ = requiredText(0, "version");
         }
+    } else if (top_ == "error") {
+        require(0, Node::Kind::Text);
+        const auto why = nodes_[0].text; // which most often names the source itself
+        refuse(std::string(why.starts_with(name_ + ": ") ? why.substr(name_.size() + 2) : why));
     } else {
         require(0, Node::Kind::Object);
         module_ = requiredText(0, "name");

@@ -6,6 +6,7 @@
 #include "services/messages.h"
 
 #include <boost/asio/io_context.hpp>
+#include <boost/asio/write.hpp>
 #include <boost/process/args.hpp>
 #include <boost/process/async.hpp>
 #include <boost/process/async_pipe.hpp>
@@ -16,14 +17,18 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <functional>
 
 namespace zorpinventory::sources
 {
 
 using embedded_host::services::message;
 
-std::string outputOf(const std::filesystem::path& program, const std::vector<std::string>& arguments, Limits limits)
+namespace
+{
+
+/// Runs a program; `take` gets its output in pieces and tells whether that is too much.
+void run(const std::filesystem::path& program, const std::vector<std::string>& arguments, const std::string& input,
+         std::chrono::seconds limit, const std::function<bool(std::string_view piece)>& take)
 {
     namespace process = boost::process;
     const auto name = embedded_host::platform::utf8FromPath(program.filename());
@@ -34,24 +39,26 @@ std::string outputOf(const std::filesystem::path& program, const std::vector<std
     });
 
     boost::asio::io_context events;
-    process::async_pipe pipe(events);
+    process::async_pipe output(events);
+    process::async_pipe list(events);
     std::error_code failure;
     // Its output may end before it does, and the other way round: both are waited for.
     const auto ended = [](int, const std::error_code&) {};
-    process::child child(process::exe = program.native(), process::args = spelt, process::std_out > pipe,
-                         process::std_err > stderr, process::std_in < process::null, process::on_exit = ended, events,
-                         failure);
+    process::child child(process::exe = program.native(), process::args = spelt, process::std_out > output,
+                         process::std_err > stderr, process::std_in < list, process::on_exit = ended, events, failure);
     if (failure)
         throw Problem(message("cannot start %1: %2", embedded_host::platform::utf8FromPath(program),
                               embedded_host::services::reason(std::system_error(failure))));
 
-    std::string output;
+    boost::asio::async_write(list, boost::asio::buffer(input),
+                             [&](const boost::system::error_code&, std::size_t) { list.close(); });
     std::array<char, 0x10000> piece{};
     bool tooLong = false;
+    bool isAlive = true;
     std::function<void()> readOn = [&] {
-        pipe.async_read_some(boost::asio::buffer(piece), [&](const boost::system::error_code& error, std::size_t size) {
-            output.append(piece.data(), size);
-            tooLong = output.size() > limits.bytes;
+        output.async_read_some(boost::asio::buffer(piece), [&](const auto& error, std::size_t size) {
+            isAlive = true;
+            tooLong = take({piece.data(), size});
             if (tooLong)
                 events.stop();
             else if (!error)
@@ -59,17 +66,47 @@ std::string outputOf(const std::filesystem::path& program, const std::vector<std
         });
     };
     readOn();
-    events.run_for(limits.time);
+    while (isAlive && !events.stopped()) {
+        isAlive = false;
+        events.run_for(limit);
+    }
     const bool tooSlow = !events.stopped();
     if (tooSlow || tooLong)
         child.terminate(failure);
     if (tooSlow)
-        throw Problem(message("%1 was still not done after %2 seconds and was ended", name, limits.time.count()));
+        throw Problem(message("%1 was still not done after %2 seconds and was ended", name, limit.count()));
     if (tooLong)
         throw Problem(message("%1 printed more than any inventory and was ended", name));
     if (child.exit_code() != 0)
         throw Problem(message("%1 ended with code %2 before it was done", name, child.exit_code()));
-    return output;
+}
+
+} // namespace
+
+std::string outputOf(const std::filesystem::path& program, const std::vector<std::string>& arguments, Limits limits)
+{
+    std::string all;
+    run(program, arguments, {}, limits.time, [&](std::string_view piece) {
+        all += piece;
+        return all.size() > limits.bytes;
+    });
+    return all;
+}
+
+void eachLineOf(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+                const std::string& input, Limits limits, const std::function<void(std::string line)>& take)
+{
+    std::string line;
+    run(program, arguments, input, limits.time, [&](std::string_view piece) {
+        for (;;) {
+            const auto end = piece.find('\n');
+            line += piece.substr(0, end);
+            if (end == std::string_view::npos)
+                return line.size() > limits.bytes;
+            take(std::exchange(line, {}));
+            piece.remove_prefix(end + 1);
+        }
+    });
 }
 
 } // namespace zorpinventory::sources

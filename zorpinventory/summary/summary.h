@@ -70,6 +70,15 @@ struct Supply
     std::string rating; ///< capacity or power
 };
 
+/// How the machine compares with its last record in the history.
+struct SinceRecord
+{
+    std::int64_t number = 0;
+    std::string taken;
+    std::size_t changes = 0;
+    std::string command; ///< that tells them
+};
+
 struct Summary
 {
     identity::Key key;
@@ -85,7 +94,8 @@ struct Summary
     unsigned freeSlots = 0;
     std::vector<Supply> batteries;
     std::vector<Supply> powerSupplies;
-    checks::Counts findings{}; ///< whoever asks for the summary asks the rules
+    checks::Counts findings{};              ///< whoever asks for the summary asks the rules
+    std::optional<SinceRecord> sinceRecord; ///< for the command to fill in; nothing where there is no record
 };
 
 Summary summaryOf(const document::Document& document);

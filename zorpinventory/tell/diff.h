@@ -3,7 +3,7 @@
 
 #include "compare/changes.h"
 #include "tell/texts.h"
-#include "writing/output.h"
+#include "writing/json_writer.h"
 
 namespace zorpinventory::tell
 {
@@ -22,5 +22,11 @@ void diffAsJson(embedded_host::writing::Output& output, const Compared& a, const
 /// `everything`: gather nothing.
 void diffAsText(embedded_host::writing::Output& output, const std::vector<compare::Change>& changes, const Looks& looks,
                 bool everything);
+
+/// The changes as diffAsJson has them: one array.
+void writeChanges(embedded_host::writing::JsonWriter& json, const std::vector<compare::Change>& changes);
+
+/// What changed, in so many columns: "− Memory Device A2, ~ BIOS, and 3 more".
+std::string changesInShort(const std::vector<compare::Change>& changes, std::size_t columns);
 
 } // namespace zorpinventory::tell

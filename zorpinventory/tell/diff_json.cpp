@@ -148,12 +148,17 @@ void diffAsJson(embedded_host::writing::Output& output, const Compared& a, const
     json.key("b");
     write(json, b);
     json.key("changes");
+    writeChanges(json, changes);
+    json.endObject();
+    json.endLine();
+}
+
+void writeChanges(JsonWriter& json, const std::vector<Change>& changes)
+{
     json.beginArray();
     for (const auto& change : changes)
         write(json, change);
     json.endArray();
-    json.endObject();
-    json.endLine();
 }
 
 } // namespace zorpinventory::tell

@@ -73,7 +73,7 @@ const compare::Side& subject(const Change& change) { return change.what == What:
 class Text
 {
 public:
-    Text(const std::vector<Change>& changes, const Looks& looks, bool everything)
+    Text(const std::vector<Change>& changes, Looks looks, bool everything)
         : changes_(changes), looks_(looks), everything_(everything)
     {
         for (const auto& change : changes)
@@ -85,6 +85,9 @@ public:
 
     std::string all();
 
+    /// The change in a few words.
+    std::string inShort(const Change& change) const;
+
 private:
     std::string name(const Change& change, const compare::Side& side) const;
     std::string headline(const Change& change) const;
@@ -93,7 +96,7 @@ private:
     void append(std::string& text, const Line& line, std::size_t kindColumns, std::size_t headlineColumns) const;
 
     const std::vector<Change>& changes_;
-    const Looks& looks_;
+    Looks looks_;
     bool everything_;
     /// The places that go by one name: where they are several, the name alone would mislead.
     std::map<std::pair<unsigned, std::string_view>, std::set<std::string>> placesOfName_;
@@ -334,7 +337,29 @@ std::string Text::all()
     return text + (changes_.size() == 1 ? message("1 change") : message("%1 changes", changes_.size())) + "\n";
 }
 
+std::string Text::inShort(const Change& change) const
+{
+    auto text = std::string(markOf(change.what).sign) + " " + kindName(*change.kind);
+    if (const auto place = name(change, subject(change)); !place.empty())
+        text += " " + place;
+    return text;
+}
+
 } // namespace
+
+std::string changesInShort(const std::vector<Change>& changes, std::size_t columns)
+{
+    const Text text(changes, {}, false);
+    std::string shown;
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        const auto longer = shown + (shown.empty() ? "" : ", ") + text.inShort(changes[i]);
+        const auto rest = changes.size() - i - 1;
+        if (i != 0 && columnsOf(rest == 0 ? longer : message("%1, and %2 more", longer, rest)) > columns)
+            return message("%1, and %2 more", shown, rest + 1);
+        shown = longer;
+    }
+    return shown;
+}
 
 void diffAsText(embedded_host::writing::Output& output, const std::vector<Change>& changes, const Looks& looks,
                 bool everything)

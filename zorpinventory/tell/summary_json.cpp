@@ -139,6 +139,13 @@ void summaryAsJson(embedded_host::writing::Output& output, const summary::Summar
         json.number(summary.findings[static_cast<std::size_t>(level)]);
     }
     json.endObject();
+    if (const auto& since = summary.sinceRecord) {
+        beginObject(json, "history");
+        member(json, "record", summary::Count(static_cast<std::uint64_t>(since->number)));
+        member(json, "taken", since->taken);
+        member(json, "changes", summary::Count(since->changes));
+        json.endObject();
+    }
     json.endObject();
     json.endLine();
 }

@@ -60,9 +60,9 @@ std::string speedOf(const Module& module)
 
 std::vector<std::string> labels()
 {
-    return {message("System"),     message("Board"),          message("Firmware"),
-            message("Processors"), message("Memory"),         message("Slots"),
-            message("Batteries"),  message("Power supplies"), message("Findings")};
+    return {message("System"),   message("Board"),  message("Firmware"),  message("Processors"),
+            message("Memory"),   message("Slots"),  message("Batteries"), message("Power supplies"),
+            message("Findings"), message("History")};
 }
 
 std::size_t lines(std::string_view text) { return static_cast<std::size_t>(std::ranges::count(text, '\n')); }
@@ -229,6 +229,14 @@ void summaryAsText(embedded_host::writing::Output& output, const Summary& summar
     below += fact(message("Batteries"), supplies(summary.batteries), looks) +
              fact(message("Power supplies"), supplies(summary.powerSupplies), looks) +
              fact(message("Findings"), findings(summary.findings, source), looks);
+    if (const auto& since = summary.sinceRecord)
+        below +=
+            fact(message("History"),
+                 {since->changes == 0
+                      ? message("no changes since @%1 of %2", since->number, printable(since->taken))
+                      : message("changes since @%1 of %2: %3", since->number, printable(since->taken), since->changes),
+                  since->changes == 0 ? "" : printable(since->command)},
+                 looks);
 
     const auto used = lines(above) + lines(below);
     output.write(above);
