@@ -21,12 +21,16 @@ install_missing() {
 }
 
 # What building needs.
-build_packages=(cmake g++ gettext libboost-dev libcli11-dev libsqlite3-dev libxxhash-dev ninja-build rapidjson-dev)
+build_packages=(cmake g++ gettext libboost1.81-dev libcli11-dev libsqlite3-dev libxxhash-dev ninja-build rapidjson-dev)
+
+# What the Windows programs need on top of it. npm, which brings SQLite's source, may have come with Node.js.
+windows_packages=(g++-mingw-w64-x86-64-posix)
+command -v npm >/dev/null || windows_packages+=(npm)
 
 # What the tests need on top of it, and what the live ones of them need.
 test_packages=(dmidecode jq libgtest-dev python3 python3-jsonschema sqlite3)
-live_packages=(bash-completion binutils bsdextrautils cpio fish g++-mingw-w64-x86-64-posix groff-base man-db mandoc
-    qemu-system-x86 util-linux wine wine64 zsh)
+live_packages=(bash-completion binutils bsdextrautils cpio fish groff-base man-db mandoc qemu-system-x86 util-linux wine
+    wine64 zsh)
 
 # What the checks of style need.
 style_packages=(clang-format clang-tidy git jq python3-polib unicode-data)
@@ -38,8 +42,8 @@ sanitizer_packages=(clang libclang-rt-14-dev)
 bench_packages=(dmidecode libbenchmark-dev python3 time valgrind)
 
 # What making the packages needs.
-packaging_packages=(dpkg-dev file g++-mingw-w64-x86-64-posix git lintian)
+packaging_packages=(dpkg-dev file git lintian)
 
 # What any of the checks needs that a change has to pass.
-all_packages=("${build_packages[@]}" "${test_packages[@]}" "${live_packages[@]}" "${style_packages[@]}"
-    "${sanitizer_packages[@]}" "${bench_packages[@]}" "${packaging_packages[@]}")
+all_packages=("${build_packages[@]}" "${windows_packages[@]}" "${test_packages[@]}" "${live_packages[@]}"
+    "${style_packages[@]}" "${sanitizer_packages[@]}" "${bench_packages[@]}" "${packaging_packages[@]}")
