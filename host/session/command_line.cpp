@@ -4,6 +4,7 @@
 #include "module_name.h"
 #include "platform/files.h"
 #include "services/messages.h"
+#include "texts/type_words.h"
 
 #include <CLI/CLI.hpp>
 
@@ -42,19 +43,6 @@ struct Written
 
 constexpr std::array<std::pair<std::string_view, Format>, 3> kFormats = {
     {{"text", Format::Text}, {"json", Format::Json}, {"ndjson", Format::Ndjson}}};
-
-/// The words that users of the field know for groups of structure types.
-const std::pair<const char*, std::vector<std::size_t>> kTypeWords[] = {
-    {"bios", {0, 13}},
-    {"system", {1, 12, 15, 23, 32}},
-    {"baseboard", {2, 10, 41}},
-    {"chassis", {3}},
-    {"processor", {4}},
-    {"memory", {5, 6, 16, 17}},
-    {"cache", {7}},
-    {"connector", {8}},
-    {"slot", {9}},
-};
 
 /// How many letters have to be put in, left out or replaced to make one word the other.
 std::size_t distance(std::string_view a, std::string_view b)
@@ -118,9 +106,9 @@ std::string checkLogLevel(const std::string& text)
 /// The structure types that a word or a number means; none when it means nothing.
 std::vector<std::size_t> typesMeantBy(const std::string& text)
 {
-    for (const auto& [word, types] : kTypeWords)
-        if (text == word)
-            return types;
+    for (const auto& each : texts::kTypeWords)
+        if (text == each.word)
+            return {each.all().begin(), each.all().end()};
     std::size_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size() || number >= inventory::StructureTypes().size())
@@ -134,9 +122,9 @@ std::string checkType(const std::string& text)
         return {};
     std::vector<std::string> known;
     std::string words;
-    for (const auto& [word, types] : kTypeWords) {
-        words.append(words.empty() ? "" : ", ").append(word);
-        known.emplace_back(word);
+    for (const auto& each : texts::kTypeWords) {
+        words.append(words.empty() ? "" : ", ").append(each.word);
+        known.emplace_back(each.word);
     }
     return message("\"%1\" is no structure type; give numbers from 0 to 255 or %2", text, words) +
            suggestion(text, known);

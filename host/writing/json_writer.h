@@ -30,6 +30,13 @@ public:
         output_.wrote(out);
         comma_ = false;
     }
+    /// A key of any bytes.
+    void textKey(std::string_view name)
+    {
+        text(name);
+        comma_ = false;
+        open(':');
+    }
     void member(std::string_view name, std::string_view value)
     {
         key(name);

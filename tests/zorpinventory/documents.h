@@ -21,6 +21,11 @@ inline zorpinventory::document::Document documentOf(const Bytes& image)
     return zorpinventory::document::read(documentText(image), "a test's document");
 }
 
+inline zorpinventory::document::Document detailedDocumentOf(const Bytes& image)
+{
+    return zorpinventory::document::read(detailedText(image), "a test's document");
+}
+
 /// The document with its devices in another order.
 std::string shuffled(const std::string& document, unsigned seed);
 

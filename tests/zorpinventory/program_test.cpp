@@ -79,6 +79,11 @@ TEST(Inventory, TheExitCodeTellsWhetherSomethingDiffers)
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.output, "− Memory Device  A2, 16 GB, DDR4  serial 5E0082D1\n1 change\n");
     EXPECT_EQ(program("diff " + a + " " + b + " -o /dev/full").exitCode, 2);
+    EXPECT_EQ(program("show -t memory -p t17_serial " + a).output, "5E0071C4\n5E0082D1\n");
+    EXPECT_EQ(program("show -t 39 " + a).exitCode, 1);
+    EXPECT_EQ(program("show --string system-serial-number " + a).output, "HI-0042-7719\n");
+    EXPECT_EQ(program("show --string system-family " + a).exitCode, 1);
+    EXPECT_TRUE(program("show --string").output.starts_with("bios-vendor\n"));
     EXPECT_EQ(shell("(LC_ALL=C " ZORPINVENTORY " diff -f json --all " + a + " " + b + "; echo $? >&2) | :").errors,
               "0\n")
         << "a reader that goes away is no fault";
@@ -129,7 +134,8 @@ TEST(Inventory, HostileTextsDoNotReachATerminal)
     const auto a = folder.file("a", machine.table()).string();
     machine.dimms[0].serial.clear();
     const auto b = folder.file("b", machine.table()).string();
-    for (const auto& arguments : {"summary " + a, "diff " + a + " " + b, "diff -f json " + a + " " + b}) {
+    for (const auto& arguments : {"summary " + a, "show " + a, "show -f csv " + a, "show -p t17_locator " + a,
+                                  "diff " + a + " " + b, "diff -f json " + a + " " + b}) {
         const auto run = program(arguments);
         EXPECT_NE(run.output.find("[2J"), std::string::npos) << arguments << run.output;
         EXPECT_EQ(run.output.find_first_of("\x1B\x07"), std::string::npos);
@@ -146,6 +152,11 @@ TEST(Inventory, WhatCannotBeDoneIsOneSentenceAndExitCode2)
         {program("/nonexistent"), "cannot read /nonexistent: No such file or directory"},
         {program(pipe), "cannot read " + pipe + ": it is neither a file nor a folder; name - for standard input"},
         {program("diff - -"), "standard input can be read once only; name a file for A or B"},
+        {program("show -t memry"), "\"memry\" is no structure type; give numbers from 0 to 255 or bios, system, "
+                                   "baseboard, chassis, processor, memory, cache, connector, slot"},
+        {program("show -H 0x10000"), "\"0x10000\" is no handle; give numbers from 0x0000 to 0xFFFF"},
+        {program("show -p t17_serail " + dump), "there is no property t17_serail; show -f csv tells their names"},
+        {program("show -s serial"), "there is no name \"serial\"; show --string lists them"},
         {program("- </dev/null"), "cannot read standard input: it is empty"},
         {program(dump + " -o /nonexistent/x"), "cannot write /nonexistent/x: No such file or directory"},
         {programBeside("", dump), "zorpsysinfosmbios2 is neither beside this program nor in PATH; install it there"},

@@ -33,6 +33,7 @@ struct Option
     Completes completes = Completes::Nothing;
     std::string_view choices = {}; ///< with blanks between them; the first is what counts without the option
     bool repeatable = false;
+    bool mayLackValue = false;
 
     /// The long name without hyphens: "format".
     std::string_view key() const { return std::string_view(names).substr(std::string_view(names).rfind("--") + 2); }

@@ -66,7 +66,7 @@ std::string optionRow(const Option& option)
     if (left.starts_with("--"))
         left.insert(0, "    ");
     if (!option.isFlag())
-        left += std::string(" ") + option.value;
+        left += option.mayLackValue ? " [" + std::string(option.value) + "]" : " " + std::string(option.value);
     auto says = message(option.says);
     if (option.completes == Completes::Choices)
         says += ": " + std::string(option.choices);

@@ -44,7 +44,8 @@ void declare(CLI::App& app, const Option& option)
         app.add_flag(withoutBlanks(option.names));
         return;
     }
-    auto* declared = app.add_option(withoutBlanks(option.names))->expected(1)->allow_extra_args(false);
+    auto* declared =
+        app.add_option(withoutBlanks(option.names))->expected(option.mayLackValue ? 0 : 1, 1)->allow_extra_args(false);
     declared->multi_option_policy(option.repeatable ? CLI::MultiOptionPolicy::TakeAll
                                                     : CLI::MultiOptionPolicy::TakeLast);
     if (option.completes != Completes::Choices)

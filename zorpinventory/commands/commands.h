@@ -19,6 +19,7 @@ namespace zorpinventory::commands
 std::span<const commandline::Command> all();
 
 extern const commandline::Command kSummary;
+extern const commandline::Command kShow;
 extern const commandline::Command kDiff;
 extern const commandline::Command kCheck;
 extern const commandline::Command kRecord;

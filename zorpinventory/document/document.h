@@ -67,7 +67,11 @@ struct Device
 {
     std::string_view uid;
     std::string_view name;
-    unsigned type = kGroupType;     ///< the structure's type, or one of those above
+    std::string_view identifier;
+    std::string_view description;
+    Texts capabilities;
+    std::vector<std::pair<std::string_view, std::string_view>> uids; ///< of other levels: "2", "SMBIOS:TYPE:17"
+    unsigned type = kGroupType;                                      ///< the structure's type, or one of those above
     std::optional<unsigned> handle; ///< the structure's; none of the root, of groups, and of the further devices of a
                                     ///< structure that has several
     std::vector<ChildLink> children;
@@ -81,6 +85,15 @@ struct Device
 
     /// The property's number, or the number that it is; nothing where the document does not tell it.
     std::optional<double> number(std::string_view property) const;
+};
+
+/// What a document says of the module that made it.
+struct Module
+{
+    std::string_view name;
+    std::string_view version;
+    std::string_view build;
+    Texts capabilities;
 };
 
 /// A structure that no device was made of. Only documents with details have them.
@@ -110,6 +123,8 @@ public:
 
     const std::vector<Device>& devices() const { return devices_; }
 
+    const Module& module() const { return module_; }
+
     /// Whether numbers stand beside texts.
     bool detailed() const { return detailed_; }
 
@@ -126,6 +141,7 @@ private:
     friend class Reader;
 
     std::string bytes_; ///< the document itself: texts are views of it
+    Module module_;
     std::string_view version_;
     std::vector<Device> devices_;
     std::vector<Structure> others_;
@@ -136,6 +152,9 @@ private:
     std::vector<Numeral> codes_;
     bool detailed_ = false;
 };
+
+/// The name of the documents' format.
+inline constexpr std::string_view kFormat = "zorp-sysinfo-1";
 
 /// The largest document that is read, in bytes: several times what the largest table comes to.
 inline constexpr std::size_t kLargestDocument = 0x20000000;

@@ -17,7 +17,6 @@ namespace
 
 using embedded_host::services::message;
 
-constexpr std::string_view kFormat = "zorp-sysinfo-1";
 constexpr std::string_view kModule = "zorpsysinfosmbios2";
 
 /// Several times what our documents need; what is in them is no reason to be deeper or longer.
@@ -123,10 +122,13 @@ private:
     void require(std::size_t node, Node::Kind kind) const;
     void requireUniqueKeys(std::size_t object) const;
     std::string_view requiredText(std::size_t object, std::string_view key) const;
+    std::string_view optionalText(std::size_t object, std::string_view key) const;
+    Range takeTexts(std::size_t list);
     std::string_view requiredDigits(std::size_t object, std::string_view key) const;
     unsigned requiredByte(std::size_t object, std::string_view key) const;
     std::optional<unsigned> handle(std::size_t object) const;
 
+    void takeModule();
     void takeDevice();
     void takeOther();
     void takeFault();
@@ -145,10 +147,11 @@ private:
     std::vector<Node> nodes_;       ///< of the subtree that is read
     std::vector<std::size_t> open_; ///< its objects and lists that have not ended
     std::string_view format_;
-    std::string_view module_;
     bool hasDevices_ = false;
 
-    std::vector<Range> properties_;                            ///< of each device
+    Range moduleCapabilities_{};
+    std::vector<Range> capabilities_;                          ///< of each device
+    std::vector<Range> properties_;                            ///< likewise
     std::vector<std::pair<std::size_t, Range>> lists_;         ///< properties that are lists
     std::vector<std::pair<std::size_t, std::size_t>> numbers_; ///< properties and their numbers
     std::vector<Range> codes_;                                 ///< of each number
@@ -235,8 +238,7 @@ bool Reader::take()
         const auto why = nodes_[0].text; // which most often names the source itself
         refuse(std::string(why.starts_with(name_ + ": ") ? why.substr(name_.size() + 2) : why));
     } else {
-        require(0, Node::Kind::Object);
-        module_ = requiredText(0, "name");
+        takeModule();
     }
     nodes_.clear();
     return true;
@@ -308,6 +310,22 @@ std::optional<unsigned> Reader::handle(std::size_t object) const
     return found;
 }
 
+std::string_view Reader::optionalText(std::size_t object, std::string_view key) const
+{
+    return member(object, key) != nullptr ? requiredText(object, key) : std::string_view();
+}
+
+Reader::Range Reader::takeTexts(std::size_t list)
+{
+    require(list, Node::Kind::List);
+    const auto first = document_.texts_.size();
+    forEach(list, [&](std::size_t i) {
+        require(i, Node::Kind::Text);
+        document_.texts_.push_back(nodes_[i].text);
+    });
+    return {first, document_.texts_.size() - first};
+}
+
 ChildLink Reader::childLink(std::size_t node) const
 {
     require(node, Node::Kind::Object);
@@ -330,16 +348,10 @@ void Reader::takeProperty(std::size_t node)
     case Node::Kind::Flag:
         property.value = !nodes_[node].text.empty();
         break;
-    case Node::Kind::List: {
-        const auto first = document_.texts_.size();
-        forEach(node, [&](std::size_t i) {
-            require(i, Node::Kind::Text);
-            document_.texts_.push_back(nodes_[i].text);
-        });
-        lists_.push_back({document_.properties_.size(), {first, document_.texts_.size() - first}});
+    case Node::Kind::List:
+        lists_.emplace_back(document_.properties_.size(), takeTexts(node));
         property.value = Texts();
         break;
-    }
     case Node::Kind::Object: {
         const auto* value = member(node, "value");
         if (value == nullptr || value->kind != Node::Kind::Number)
@@ -407,17 +419,38 @@ unsigned typeOf(const Device& device, std::span<const Property> properties)
     return device.uid == "SMBIOS" ? kRootType : kGroupType;
 }
 
+void Reader::takeModule()
+{
+    require(0, Node::Kind::Object);
+    document_.module_ = {requiredText(0, "name"), optionalText(0, "version"), optionalText(0, "build"), {}};
+    forEach(0, [&](std::size_t i) {
+        if (nodes_[i].key == "capabilities")
+            moduleCapabilities_ = takeTexts(i);
+    });
+}
+
 void Reader::takeDevice()
 {
     require(0, Node::Kind::Object);
     Device device;
     device.uid = requiredText(0, "uid");
     device.name = requiredText(0, "name");
+    device.identifier = optionalText(0, "identifier");
+    device.description = optionalText(0, "description");
+    capabilities_.emplace_back();
     const Range properties{document_.properties_.size(), 0};
     forEach(0, [&](std::size_t i) {
         if (nodes_[i].key == "childBusIds") {
             require(i, Node::Kind::List);
             forEach(i, [&](std::size_t child) { device.children.push_back(childLink(child)); });
+        } else if (nodes_[i].key == "capabilities") {
+            capabilities_.back() = takeTexts(i);
+        } else if (nodes_[i].key == "uids") {
+            require(i, Node::Kind::Object);
+            forEach(i, [&](std::size_t uid) {
+                require(uid, Node::Kind::Text);
+                device.uids.emplace_back(nodes_[uid].key, nodes_[uid].text);
+            });
         } else if (nodes_[i].key == "properties") {
             require(i, Node::Kind::Object);
             forEach(i, [&](std::size_t property) { takeProperty(property); });
@@ -464,8 +497,11 @@ void Reader::settle()
         document_.properties_[property].value = Texts(part(document_.texts_, range));
     for (const auto& [property, number] : numbers_)
         document_.properties_[property].number = &document_.numbers_[number];
-    for (std::size_t i = 0; i < properties_.size(); ++i)
+    document_.module_.capabilities = part(document_.texts_, moduleCapabilities_);
+    for (std::size_t i = 0; i < properties_.size(); ++i) {
         document_.devices_[i].properties = part(document_.properties_, properties_[i]);
+        document_.devices_[i].capabilities = part(document_.texts_, capabilities_[i]);
+    }
 }
 
 Document Reader::read()
@@ -488,8 +524,8 @@ Document Reader::read()
         refuse(message("it is no inventory of zorpsysinfosmbios2"));
     if (format_ != kFormat)
         refuse(message("its format is %1, and this program reads %2", format_, kFormat));
-    if (module_ != kModule)
-        refuse(message("it comes from another module, %1", module_));
+    if (document_.module_.name != kModule)
+        refuse(message("it comes from another module, %1", document_.module_.name));
     if (!hasDevices_)
         refuse(message("\"%1\" is missing", "devices"));
     settle();

@@ -22,6 +22,11 @@ std::string label(std::string_view property, const std::string& language)
     return std::string(text.empty() ? property : text);
 }
 
+bool isDeclared(std::string_view property)
+{
+    return !texts::translation(texts::kEnglish, "LocalizedString.propname_" + std::string(property)).empty();
+}
+
 std::string kindName(const knowledge::Kind& kind)
 {
     const auto key = "LocalizedString.devname_" + std::string(kind.key);
@@ -29,11 +34,19 @@ std::string kindName(const knowledge::Kind& kind)
     return text.empty() ? services::message(kind.name) : std::string(text);
 }
 
-std::string printable(std::string_view text)
+std::string deviceName(std::string_view name)
 {
-    std::string shown;
-    services::appendPrintable(shown, document::trimmed(text));
-    return shown;
+    const auto& language = services::language();
+    // The keys of most are their words.
+    std::string key(name);
+    std::erase(key, ' ');
+    for (const auto& kind : knowledge::kKinds)
+        if (name == kind.name && *kind.key != '\0')
+            key = kind.key;
+    if (name == "On Board Devices (Extended Information)")
+        key = "OnBoardDevicesExt";
+    const auto text = texts::translation(language, "LocalizedString.devname_" + key);
+    return printable(text.empty() ? texts::translated(language, name) : text);
 }
 
 std::string sizeText(std::uint64_t bytes)
@@ -53,6 +66,13 @@ std::string sizeText(std::uint64_t bytes)
     if (text.ends_with('.'))
         text.pop_back();
     return text + " " + kUnits[unit];
+}
+
+std::string printable(std::string_view text)
+{
+    std::string shown;
+    services::appendPrintable(shown, document::trimmed(text));
+    return shown;
 }
 
 namespace
