@@ -17,15 +17,17 @@ using embedded_host::services::message;
 constexpr std::size_t kColumns = 80;
 constexpr std::size_t kExplanations = 26; ///< where they begin
 
-/// A row of two columns; the second goes on below itself where the line is full.
-std::string row(std::string left, const std::string& right)
+/// Two columns; the second begins at `column`, two or more, and goes on below itself where the line is full. With none
+/// on the left, 0 is for a text that takes whole lines.
+std::string flowing(std::string left, std::size_t column, const std::string& right)
 {
-    left.insert(0, "  ");
     std::size_t used = columnsOf(left);
     std::string text = std::move(left);
     const auto indent = [&] {
-        text.append(kExplanations - std::min(used, kExplanations - 2), ' ');
-        used = std::max(used + 2, kExplanations);
+        if (column == 0)
+            return;
+        text.append(column - std::min(used, column - 2), ' ');
+        used = std::max(used + 2, column);
     };
     indent();
     std::string_view rest = right;
@@ -33,7 +35,7 @@ std::string row(std::string left, const std::string& right)
         // Scripts without blanks may go on anywhere.
         const auto blank = std::min(rest.find(' '), rest.size());
         std::string_view word = rest.substr(0, blank);
-        if (columnsOf(word) > kColumns - kExplanations) {
+        if (columnsOf(word) > kColumns - column) {
             word = rest;
             embedded_host::services::takeCharacter(word);
             word = rest.substr(0, rest.size() - word.size());
@@ -58,6 +60,11 @@ std::string row(std::string left, const std::string& right)
     while (text.ends_with(' '))
         text.pop_back();
     return text + "\n";
+}
+
+std::string row(const std::string& left, const std::string& right)
+{
+    return flowing("  " + left, kExplanations, right);
 }
 
 std::string optionRow(const Option& option)
@@ -94,7 +101,7 @@ std::string help(std::span<const Command> commands, const Command* command)
         return text;
     }
     text = message("Usage: zorpinventory %1 %2 [OPTION]...", command->name, command->sources) + "\n" +
-           message(command->says) + "\n\n" + message("Options:") + "\n";
+           flowing({}, 0, message(command->says)) + "\n" + message("Options:") + "\n";
     for (const auto& option : command->options)
         text += optionRow(option);
     text += optionRow(kHelp) + optionRow(kVersion);
