@@ -9,6 +9,7 @@
 #include "support/output_rules.h"
 #include "support/recorded_session.h"
 #include "tell/show.h"
+#include "tell/texts.h"
 
 #include <gtest/gtest.h>
 
@@ -122,6 +123,8 @@ TEST(Show, NamesOfTheFieldTellWhatItsToolsPrint)
     machine.uuid = "abcdefghijklmnop";
     EXPECT_EQ(told("system-uuid"), "64636261-6665-6867-696a-6b6c6d6e6f70|");
     EXPECT_EQ(told("system-family"), "");
+    for (const auto& keyword : zorpinventory::knowledge::kKeywords)
+        EXPECT_TRUE(tell::isDeclared(keyword.property)) << keyword.name;
 }
 
 } // namespace

@@ -78,6 +78,13 @@ bool turnsUuids(const Document& document)
     return version.empty() || major > 2 || (major == 2 && minor >= 6);
 }
 
+/// Behind a shorter structure the bytes of a string stand where the revisions would be.
+bool saysNoRevision(const Device& device, std::string_view text)
+{
+    constexpr double kLengthWithRevisions = 0x18;
+    return text == "255.255" || device.number("smbios2_hdr_len").value_or(kLengthWithRevisions) < kLengthWithRevisions;
+}
+
 } // namespace
 
 std::vector<std::string> textsOf(const Document& document, const knowledge::Keyword& keyword)
@@ -95,7 +102,7 @@ std::vector<std::string> textsOf(const Document& document, const knowledge::Keyw
             texts.push_back(std::to_string(static_cast<std::uint64_t>(*hertz / kMega)) + " MHz");
         else if (keyword.form == Form::Uuid && !text.empty())
             texts.push_back(uuidText(text, turnsUuids(document)));
-        else if (!text.empty() && !(keyword.form == Form::Revision && text == "255.255"))
+        else if (!text.empty() && !(keyword.form == Form::Revision && saysNoRevision(device, text)))
             texts.emplace_back(text);
     }
     return texts;

@@ -9,7 +9,7 @@ namespace zorpinventory::knowledge
 /// What a property's text becomes before it is told under a name.
 enum class Form {
     Plain,
-    Revision,  ///< 255.255 stands for none
+    Revision,  ///< 255.255 stands for none, and so does what a structure is too short for
     Uuid,      ///< in groups, the first three turned round from version 2.6 on
     Megahertz, ///< without a fraction
 };
@@ -42,7 +42,7 @@ inline constexpr Keyword kKeywords[] = {
     {"baseboard-asset-tag", 2, "t2_asset_tag"},
     {"chassis-manufacturer", 3, "t3_manufacturer"},
     {"chassis-type", 3, "t3_type_msk7_srt0"},
-    {"chassis-version", 3, "t3_ver"},
+    {"chassis-version", 3, "t3_version"},
     {"chassis-serial-number", 3, "t3_serial"},
     {"chassis-asset-tag", 3, "t3_asset_tag"},
     {"processor-family", 4, "t4_family"},
