@@ -423,4 +423,60 @@ TEST(Check, FindingsDoNotDependOnTheOrderOfTheDevices)
     }
 }
 
+/// A document of `count` devices that `one` makes.
+Document documentOf(unsigned count, const std::function<std::string(unsigned)>& one)
+{
+    std::string text = R"({"format":"zorp-sysinfo-1","module":{"name":"zorpsysinfosmbios2"},"devices":[)";
+    for (unsigned i = 0; i < count; ++i)
+        text += (i == 0 ? "" : ",") + one(i);
+    return read(text + "]}", "a test's document");
+}
+
+std::string device(unsigned handle, const std::string& properties, const std::string& numbers = "")
+{
+    return R"({"uid":"SMBIOS:)" + zorpinventory::document::handleText(handle) + R"(","name":"","properties":{)" +
+           properties + R"(},"numbers":{)" + numbers + "}}";
+}
+
+TEST(Check, TakesWhateverTheReaderTakes)
+{
+    // Boards one in the other, the first in the last.
+    constexpr unsigned kBoards = 20000;
+    const auto boards = documentOf(kBoards, [](unsigned i) {
+        return device(i, R"("smbios2_hdr_type":2,"t2_members":[")" +
+                             zorpinventory::document::handleText((i + 1) % kBoards) + "\"]");
+    });
+    EXPECT_EQ(told(checks::findings(boards, kToday)),
+              "error link-circle 2 0x0000 childBusIds: It is part of what it contains itself: 0x0000, 0x0001, 0x0002, "
+              "0x0003, 0x0004, 0x0005, 0x0006, 0x0007, ….");
+    // Everybody has the handle that everybody names: what costs the square of their number is noticed here.
+    constexpr unsigned kTwins = 20000;
+    const auto twins = documentOf(kTwins, [](unsigned) {
+        return device(1, R"("smbios2_hdr_type":17,"t17_physical_handle":"0x0001","t17_err_info_handle":"0x0002")");
+    });
+    EXPECT_EQ(checks::counts(checks::findings(twins, kToday)), (checks::Counts{1, 0, kTwins}));
+    // Values of every kind where others belong.
+    for (const std::string value : {"\"\"", "\"0x\"", "\"0x12345\"", "-1", "1e300", "true", "[]", "[\"0x0001\"]",
+                                    R"({"value":-1e300,"unit":"","text":"-"})"}) {
+        for (const int type : {0, 1, 2, 3, 4, 5, 7, 14, 16, 17, 19, 20, 22, 26, 27, 35, 39, 127, 255}) {
+            const auto document = documentOf(3, [&](unsigned i) {
+                std::string properties = "\"smbios2_hdr_type\":" + std::to_string(type);
+                std::string numbers;
+                const auto add = [&](std::string_view name) {
+                    properties.append(",\"").append(name).append("\":").append(value);
+                    numbers.append(numbers.empty() ? "\"" : ",\"").append(name).append(R"(":{"code":1e300})");
+                };
+                for (const auto* name :
+                     {"smbios2_hdr_len", "smbios2_parent", "t0_date", "t1_uuid", "t1_serial", "t4_status_internal",
+                      "t4_core_cnt", "t4_core_enabled", "t4_thread_cnt", "t16_max_sz", "t16_num", "t17_physical_handle",
+                      "t17_sz", "t17_mem_type", "t17_speed", "t17_config_mem_clock_speed", "t22_capacity", "t26_max"})
+                    add(name);
+                return device(i % 2, properties, numbers);
+            });
+            for (const auto& finding : checks::findings(document, kToday))
+                EXPECT_FALSE(tell::sentence(finding).empty());
+        }
+    }
+}
+
 } // namespace

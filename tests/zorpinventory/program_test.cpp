@@ -1,5 +1,6 @@
 // The program as users run it: sources, exit codes, and what stands on which output.
 #include "documents.h"
+#include "support/expected_file.h"
 #include "support/recorded_session.h"
 
 #include <cstdlib>
@@ -124,6 +125,13 @@ TEST(Inventory, TheExitCodeTellsWhetherSomethingIsWrong)
                   R"("uid":"SMBIOS:0x0001","property":"t1_product","text":"Never filled in: System Product Name.",)"
                   R"("advice":"Do not sort machines by these texts; many makers have a tool that sets them."}]})"
                   "\n");
+}
+
+TEST(Inventory, FindingsReadWellInThreeLanguages)
+{
+    for (const std::string language : {"en", "de", "zh_CN"})
+        tests::expectFile(MACHINES_TEXTS "/sample.check." + language + ".txt",
+                          program("check --at 2026-11-23 -l " + language + " " MACHINES_FOLDER "/sample.dmi").output);
 }
 
 TEST(Inventory, HostileTextsDoNotReachATerminal)

@@ -53,8 +53,9 @@ std::optional<std::uint64_t> maximumOf(const Device& array)
 std::optional<unsigned> memoryTypeOf(const Device& device)
 {
     constexpr double kFirstKnown = 3;
+    constexpr double kLast = 0xFF;
     const auto code = device.number("t17_mem_type");
-    return code && *code >= kFirstKnown ? std::optional(static_cast<unsigned>(*code)) : std::nullopt;
+    return code && *code >= kFirstKnown && *code <= kLast ? std::optional(static_cast<unsigned>(*code)) : std::nullopt;
 }
 
 /// The first few of the values.

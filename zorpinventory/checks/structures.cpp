@@ -63,7 +63,7 @@ const Rule kStructureTooShort{
         [](const Inventory& inventory, Findings& findings) {
             for (const auto& structure : inventory.structures()) {
                 const auto shortest = knowledge::shortestLengthOf(structure.type);
-                if (structure.length && *structure.length < shortest)
+                if (structure.length && *structure.length >= 0 && *structure.length < shortest)
                     findings.at(structure, "smbios2_hdr_len",
                                 {std::to_string(static_cast<unsigned>(*structure.length)), std::to_string(shortest)});
             }

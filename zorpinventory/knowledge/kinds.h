@@ -52,7 +52,7 @@ inline bool emptySlot(const document::Device& device) { return device.text("t9_u
 inline bool emptyProcessorSocket(const document::Device& device)
 {
     const auto status = device.number("t4_status_internal");
-    return status && (static_cast<unsigned>(*status) & 0x40U) == 0;
+    return status && *status >= 0 && *status <= 0xFF && (static_cast<unsigned>(*status) & 0x40U) == 0;
 }
 
 inline constexpr Kind kKinds[] = {

@@ -89,7 +89,7 @@ void addProcessors(Summary& summary, const Document& document)
     std::vector<const Device*> unknown;
     for (const auto* device : ofType(document, 4)) {
         const auto status = device->number("t4_status_internal");
-        const auto bits = status ? static_cast<unsigned>(*status) : 0;
+        const auto bits = status && *status >= 0 && *status <= 0xFF ? static_cast<unsigned>(*status) : 0;
         if ((bits & 0x40U) != 0)
             populated.push_back(device);
         else if ((bits & 0x07U) == 0)
