@@ -1,6 +1,8 @@
 // The program as users run it: sources, exit codes, and what stands on which output.
+#include "document/problem.h"
 #include "documents.h"
 #include "support/expected_file.h"
+#include "sources/child.h"
 #include "support/recorded_session.h"
 
 #include <cstdlib>
@@ -166,11 +168,18 @@ TEST(Inventory, WhatCannotBeDoneIsOneSentenceAndExitCode2)
         {program("show -p t17_serail " + dump), "there is no property t17_serail; show -f csv tells their names"},
         {program("show -s serial"), "there is no name \"serial\"; show --string lists them"},
         {program("- </dev/null"), "cannot read standard input: it is empty"},
+        {shell("head -c 1G /dev/zero | tr '\\0' ' ' | LC_ALL=C " ZORPINVENTORY " -"),
+         "cannot read standard input: it is larger than any inventory"},
+        {program("diff " + dump + " " + folder.file("cut", std::string_view("{\"format\":")).string()),
+         "cannot read " + (folder / "cut").string() + ": it ends in the middle, at byte 10; write it again with -o"},
         {program(dump + " -o /nonexistent/x"), "cannot write /nonexistent/x: No such file or directory"},
         {programBeside("", dump), "zorpsysinfosmbios2 is neither beside this program nor in PATH; install it there"},
         {programBeside("kill -9 $$", dump), "zorpsysinfosmbios2 ended with code 9 before it was done"},
         {programBeside("exit 3", dump), "zorpsysinfosmbios2 ended with code 3 before it was done"},
         {programBeside("echo 'OrbException: no'", dump), "zorpsysinfosmbios2 says: no"},
+        {programBeside("exit 0", dump), "cannot read what zorpsysinfosmbios2 printed: it is empty"},
+        {programBeside("echo Hello", dump),
+         "cannot read what zorpsysinfosmbios2 printed: it is no JSON from byte 0 on"},
         {programBeside("printf '{\"format\":'", dump),
          "cannot read what zorpsysinfosmbios2 printed: it ends in the middle, at byte 10; write it again with -o"},
     };
@@ -187,6 +196,24 @@ TEST(Inventory, WhatCannotBeDoneIsOneSentenceAndExitCode2)
             << run.errors;
         EXPECT_EQ(run.exitCode, 2);
         EXPECT_EQ(run.output, "");
+    }
+}
+
+TEST(Inventory, AProgramThatGoesTooFarIsEnded)
+{
+    using namespace zorpinventory;
+    const std::pair<const char*, const char*> cases[] = {
+        {"exec sleep 60", "sh was still not done after 1 seconds and was ended"},
+        {"exec sleep 60 >&-", "sh was still not done after 1 seconds and was ended"},
+        {"exec yes", "sh printed more than any inventory and was ended"},
+    };
+    for (const auto& [script, sentence] : cases) {
+        try {
+            sources::outputOf("/bin/sh", {"-c", script}, {std::chrono::seconds(1), 1000});
+            ADD_FAILURE() << script;
+        } catch (const Problem& problem) {
+            EXPECT_STREQ(problem.what(), sentence);
+        }
     }
 }
 
