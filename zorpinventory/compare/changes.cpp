@@ -134,7 +134,8 @@ void Telling::compareProperties(Change& change, bool placeAlone) const
             met[at] = true;
             next = at + 1;
         }
-        if (counts(property) && (other != nullptr ? !same(property, *other) : !isPair || !namesNobody(a_, property)))
+        // Most are the same, which is asked faster than whether it counts.
+        if ((other != nullptr ? !same(property, *other) : !isPair || !namesNobody(a_, property)) && counts(property))
             change.differences.push_back({property.name, &property, other});
     }
     for (std::size_t i = 0; i < ofB.size(); ++i)

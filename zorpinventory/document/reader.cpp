@@ -3,11 +3,17 @@
 #include "document.h"
 #include "problem.h"
 #include "services/messages.h"
+#include "services/utf8.h"
 
+// Where texts end is looked for in 16 bytes at a time.
+#ifdef __SSE2__
+#    define RAPIDJSON_SSE2
+#endif
 #include <rapidjson/reader.h>
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 namespace zorpinventory::document
 {
@@ -34,6 +40,27 @@ struct Node
     std::string_view text; ///< of a text; the digits of a number; "true" or empty of a flag
     std::size_t end = 0;   ///< among all nodes
 };
+
+/// Where the first byte is that is no UTF-8; the text's end when all is well.
+std::size_t firstIllFormed(std::string_view text)
+{
+    constexpr std::uint64_t kHighest = 0x8080808080808080;
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+    auto rest = text;
+    while (!rest.empty()) {
+        std::uint64_t eight = kHighest;
+        if (rest.size() >= sizeof eight)
+            std::memcpy(&eight, rest.data(), sizeof eight);
+        if ((eight & kHighest) == 0) {
+            rest.remove_prefix(sizeof eight);
+            continue;
+        }
+        const auto before = rest;
+        if (embedded_host::services::takeCharacter(rest) == 0xFFFD && !before.starts_with(kReplacement))
+            return text.size() - before.size();
+    }
+    return text.size();
+}
 
 const char* nameOf(Node::Kind kind)
 {
@@ -120,7 +147,7 @@ private:
     }
     const Node* member(std::size_t object, std::string_view key) const;
     void require(std::size_t node, Node::Kind kind) const;
-    void requireUniqueKeys(std::size_t object) const;
+    void requireUniqueKeys(std::size_t object);
     std::string_view requiredText(std::size_t object, std::string_view key) const;
     std::string_view optionalText(std::size_t object, std::string_view key) const;
     Range takeTexts(std::size_t list);
@@ -144,8 +171,10 @@ private:
     std::string_view top_; ///< the document's key that the parser is at
     std::vector<std::string_view> tops_;
     std::string_view key_;
-    std::vector<Node> nodes_;       ///< of the subtree that is read
-    std::vector<std::size_t> open_; ///< its objects and lists that have not ended
+    std::vector<std::string_view> keys_; ///< of one object
+    std::size_t nextNumbered_ = 0;       ///< the property that most likely has the next number
+    std::vector<Node> nodes_;            ///< of the subtree that is read
+    std::vector<std::size_t> open_;      ///< its objects and lists that have not ended
     std::string_view format_;
     bool hasDevices_ = false;
 
@@ -261,12 +290,13 @@ void Reader::require(std::size_t node, Node::Kind kind) const
     refuse(key.empty() ? message("something in it is no %1", what) : message("\"%1\" is no %2", key, what));
 }
 
-void Reader::requireUniqueKeys(std::size_t object) const
+void Reader::requireUniqueKeys(std::size_t object)
 {
-    std::vector<std::string_view> keys;
-    forEach(object, [&](std::size_t i) { keys.push_back(nodes_[i].key); });
-    std::ranges::sort(keys);
-    if (const auto twice = std::ranges::adjacent_find(keys); twice != keys.end())
+    keys_.clear();
+    forEach(object, [&](std::size_t i) { keys_.push_back(nodes_[i].key); });
+    // Any order will do, and most lengths differ.
+    std::ranges::sort(keys_, [](auto a, auto b) { return a.size() != b.size() ? a.size() < b.size() : a < b; });
+    if (const auto twice = std::ranges::adjacent_find(keys_); twice != keys_.end())
         refuse(message("it has \"%1\" twice", *twice));
 }
 
@@ -387,13 +417,16 @@ void Reader::takeNumber(std::size_t node, Range properties)
             });
         }
     });
-    // A number without a property says nothing.
-    for (std::size_t i = properties.first; i < properties.first + properties.count; ++i) {
+    // Numbers stand in the order of the properties. One without a property says nothing.
+    for (std::size_t tried = 0; tried < properties.count; ++tried) {
+        const auto i = properties.first + (nextNumbered_ + tried) % properties.count;
         if (document_.properties_[i].name != nodes_[node].key)
             continue;
         numbers_.emplace_back(i, document_.numbers_.size());
         document_.numbers_.push_back(number);
         codes_.push_back({first, document_.codes_.size() - first});
+        nextNumbered_ = i - properties.first + 1;
+        return;
     }
 }
 
@@ -439,6 +472,7 @@ void Reader::takeDevice()
     device.description = optionalText(0, "description");
     capabilities_.emplace_back();
     const Range properties{document_.properties_.size(), 0};
+    nextNumbered_ = 0;
     forEach(0, [&](std::size_t i) {
         if (nodes_[i].key == "childBusIds") {
             require(i, Node::Kind::List);
@@ -507,9 +541,14 @@ void Reader::settle()
 Document Reader::read()
 {
     using rapidjson::ParseFlag;
-    constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
-                                rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
+    // It calls itself no deeper than kDeepest. The encoding is looked at apart: most of it is plain.
+    constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
     auto& bytes = document_.bytes_;
+    if (const auto wrong = firstIllFormed(bytes); wrong != bytes.size())
+        refuse(message("it is no JSON from byte %1 on", wrong));
+#ifdef RAPIDJSON_SSE2
+    bytes.reserve(bytes.size() + sizeof(__m128i)); // it looks as far
+#endif
     rapidjson::InsituStringStream stream(bytes.data());
     rapidjson::Reader parser;
     parser.Parse<kFlags>(stream, *this);

@@ -148,7 +148,7 @@ Seen seenInFile(const std::string& source)
             return {std::move(text), std::move(document)};
         }
         const auto bytes = embedded_host::platform::readFile(pathFromUtf8(source), document::kLargestDocument);
-        std::string text(bytes.begin(), bytes.end());
+        std::string text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
         auto document = document::read(text, source);
         return {std::move(text), std::move(document)};
     } catch (const std::system_error& error) {
