@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Boots a kernel in an emulator whose firmware has the sample machine's table, runs the program in there, and checks
-# what it found.
+# what it found; emulator-64 once more with another memory module, which zorpinventory has to tell.
 #
 # usage: emulator.sh TEST PROGRAM GUEST_INIT SAMPLE_DUMP FOLDER
 #
@@ -10,6 +10,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 test=$1 program=$2 guest_init=$3 sample=$4 folder=$5
+inventory=$(dirname "$program")/zorpinventory
 
 skip() {
     echo "skipped: $1"
@@ -29,8 +30,8 @@ done
 # A program older than its sources would be tested in the place of the one that is meant.
 tree=$(dirname "$(dirname "$program")")
 if [ -f "$tree/build.ninja" ] && command -v ninja >/dev/null; then
-    ninja -C "$tree" -n zorpsysinfosmbios2 | grep -q 'no work to do' ||
-        fail "$program is older than its sources: cmake --build --preset release"
+    ninja -C "$tree" -n zorpsysinfosmbios2 zorpinventory | grep -q 'no work to do' ||
+        fail "$program or $inventory is older than its sources: cmake --build --preset release"
 fi
 
 # The kernel is taken out of Debian's package; nothing is installed.
@@ -58,7 +59,7 @@ cd "$folder"
 ) 9>kernel.lock || skip "the package linux-image-cloud-amd64 is missing and apt cannot fetch it, see $folder/kernel.log"
 
 rm -rf "${folder:?}/$test"
-mkdir -p "$test"/{root,structures,outputs}
+mkdir -p "$test"/{root,structures}
 cd "$test"
 
 cp "$program" root/program
@@ -69,10 +70,6 @@ chmod 755 root/program root/init
 
 # The emulator takes one structure a file. It insists on one processor structure for each socket.
 python3 "$here/split_table.py" "$sample" structures
-firmware=()
-for structure in structures/*.bin; do
-    firmware+=(-smbios "file=$structure")
-done
 sockets=$(find structures -name '*-4.bin' | wc -l)
 
 # Run live and saved, then from the saved file, then from the sample's. /dev/mem needs no kernel parameter: the table
@@ -91,22 +88,30 @@ case $test in
 *) entry_point=64 version=3.0.0 ;;
 esac
 
-timeout -k 5 120 qemu-system-x86_64 -nodefaults -no-user-config -no-reboot -display none -serial stdio \
-    -machine "pc,smbios-entry-point-type=$entry_point" -accel tcg -m 256 -smp "1,sockets=$sockets,maxcpus=$sockets" \
-    "${firmware[@]}" -kernel ../vmlinuz -initrd initramfs \
-    -append "console=ttyS0 quiet loglevel=1 panic=-1 -- $steps" </dev/null >console 2>emulator.err || {
-    tail -n 20 emulator.err console
-    fail "the emulator ended with exit code $? (124: after 120 s)"
+# boot OUTPUTS STEPS: with all structures; the guest's outputs are in the folder OUTPUTS then.
+boot() {
+    local outputs=$1 steps=$2 firmware=() structure code
+    for structure in structures/*.bin; do
+        firmware+=(-smbios "file=$structure")
+    done
+    timeout -k 5 120 qemu-system-x86_64 -nodefaults -no-user-config -no-reboot -display none -serial stdio \
+        -machine "pc,smbios-entry-point-type=$entry_point" -accel tcg -m 256 -smp "1,sockets=$sockets,maxcpus=$sockets" \
+        "${firmware[@]}" -kernel ../vmlinuz -initrd initramfs \
+        -append "console=ttyS0 quiet loglevel=1 panic=-1 -- $steps" </dev/null >console 2>emulator.err || {
+        tail -n 20 emulator.err console
+        fail "the emulator ended with exit code $? (124: after 120 s)"
+    }
+    mkdir "$outputs"
+    python3 "$here/guest_outputs.py" console "$outputs" || {
+        tail -n 20 emulator.err console | cut -c 1-300
+        fail "the guest's outputs are not complete"
+    }
+    for code in "$outputs"/*.exit; do
+        [ "$(cat "$code")" = 0 ] || fail "${code%.exit} ended with exit code $(cat "$code"): $(cat "${code%.exit}.err")"
+    done
 }
-python3 "$here/guest_outputs.py" console outputs || {
-    tail -n 20 emulator.err console | cut -c 1-300
-    fail "the guest's outputs are not complete"
-}
-
+boot outputs "$steps"
 cd outputs
-for code in *.exit; do
-    [ "$(cat "$code")" = 0 ] || fail "${code%.exit} ended with exit code $(cat "$code"): $(cat "${code%.exit}.err")"
-done
 
 if [ "$test" = emulator-user ]; then
     for run in live memory; do
@@ -128,3 +133,16 @@ cmp live.out saved.out || fail "the saved table gives something else than the li
 [ ! -f sysfs.out ] || cmp live.out sysfs.out || fail "/dev/mem gives something else than sysfs: $(cat live.err)"
 python3 "$here/compare_inventories.py" live.out expected "$version" ||
     fail "the table is not the sample's: $(cat live.err)"
+
+[ "$test" = emulator-64 ] || exit 0
+cd ..
+python3 - structures/*-17.bin <<'PYTHON'
+import pathlib, sys
+path = next(path for path in map(pathlib.Path, sys.argv[1:]) if b"DIMM B1\0" in path.read_bytes())
+module = path.read_bytes().replace(b"DIMM B1", b"DIMM E1").replace(b"5E00220B", b"5E00220C")
+path.with_stem(path.stem + "-another").write_bytes(module[:2] + b"\xF0\x11" + module[4:])
+PYTHON
+boot second "+sysfs +run live -f json"
+"$inventory" diff outputs/live.out second/live.out >told || [ $? = 1 ] || fail "zorpinventory cannot compare the two"
+printf '%s\n' '+ Memory Device  DIMM E1, 16 GB, DDR4  serial 5E00220C' '1 change' | diff - told ||
+    fail "the module that was added is not what is told"
