@@ -5,5 +5,5 @@ install_missing "${build_packages[@]}" "${bench_packages[@]}"
 for preset in release bench; do
     cmake --preset "$preset" >&2
 done
-cmake --build --preset release --target zorpsysinfosmbios2 >&2
+cmake --build --preset release --target zorpsysinfosmbios2 zorpinventory >&2
 cmake --build --preset bench --target make-big-table read-and-write machine-tables >&2

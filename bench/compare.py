@@ -8,15 +8,17 @@ import tempfile
 from pathlib import Path
 from statistics import median
 
-from measure import (DMIDECODE, PROGRAM, in_turn, instructions, inventory, make_table, peak, print_head, print_row,
+from measure import (DMIDECODE, INVENTORY, PROGRAM, in_turn, instructions, inventory, make_table, peak, print_head, print_row,
                      run)
-from shapes import SHAPES
+from shapes import CHANGES, SHAPES
 
 ROUNDS = {60: 200, 1_000: 50, 10_000: 15, 60_000: 7}
 START_ROUNDS = 300
 SHAPE_ROUNDS = 3
 MANY = 2_000
 MANY_ROUNDS = 3
+CHANGE_ROUNDS = 5
+CHANGE_SIZES = (10_000, 30_000, 60_000)
 FORMS = ("json", "ndjson", "text")
 BEFORE = "before, "
 
@@ -139,6 +141,52 @@ def compare_shapes(folder):
         goal(f"{shape}: at most 4 MiB + 6 (JSON), 16 (text) times the table", 1, {name: peaks[name] for name in ours})
 
 
+def compare_pair(shape, count, tables, folder):
+    """Two tables' documents: making them, telling what changed, and what people do today. Returns diff's time."""
+    def shell(script, *words):
+        return ["/bin/sh", "-c", script, *words]
+
+    documents = [table.with_suffix(".json") for table in tables]
+    makings = [[*inventory(PROGRAM, "json", table), "--details"] for table in tables]
+    for command, document in zip(makings, documents):
+        with document.open("wb") as output:
+            subprocess.run(command, check=True, stdout=output, stderr=subprocess.DEVNULL)
+    commands = {
+        "module, a": makings[0],
+        "module, b": makings[1],
+        "diff": shell('"$0" diff "$1" "$2" || [ $? = 1 ]', INVENTORY, *documents),
+        "dmidecode": shell('"$0" --from-dump "$1" >"$3/a"; "$0" --from-dump "$2" >"$3/b"; diff "$3/a" "$3/b" ||'
+                           ' [ $? = 1 ]', DMIDECODE, *tables, folder),
+    }
+    taken = in_turn(commands, CHANGE_ROUNDS, folder)
+    making = taken["module, a"].cpu + taken["module, b"].cpu
+    size = sum(document.stat().st_size for document in documents) / 2**20
+    held = peak(commands["diff"])
+    print_row(count, shape, size, making, taken["diff"].cpu, taken["diff"].cpu / making, held, held / size,
+              taken["dmidecode"].cpu)
+    if count == 60_000:
+        goal(f"diff of 60,000, {shape}: at most 2 times the module's time for the documents", 2,
+             {"ratio": taken["diff"].cpu / making})
+        goal(f"diff of 60,000, {shape}: at most 10 times the documents' memory", 10, {"ratio": held / size})
+    return taken["diff"].cpu
+
+
+def compare_changes(folder):
+    print_head("structures", "two tables", "documents MiB", "module ms", "diff ms", "diff : module", "diff peak MiB",
+               "peak : documents", "dmidecode twice and diff ms")
+    big = make_table(60_000, folder)
+    compare_pair("one machine over and over", 60_000, (big, shutil.copy(big, folder / "again.dmi")), folder)
+    for shape, make in CHANGES.items():
+        times = {}
+        for count in CHANGE_SIZES:
+            tables = folder / "a.dmi", folder / "b.dmi"
+            for turn, table in enumerate(tables):
+                table.write_bytes(make(count, turn))
+            times[count] = compare_pair(shape, count, tables, folder)
+        goal(f"diff, {shape}: 60,000 at most 8 times the time of 10,000 (n log n is 7.2)", 8,
+             {"ratio": times[60_000] / times[10_000]})
+
+
 def main():
     if sys.argv[1:2] == ["--before"]:
         programs[BEFORE] = sys.argv[2]
@@ -151,6 +199,7 @@ def main():
         compare_instructions(folder)
         compare_many(folder)
         compare_shapes(folder)
+        compare_changes(folder)
     print_head("goal", "measured", "")
     for row in goals:
         print_row(*row)

@@ -7,6 +7,7 @@ from statistics import median
 from types import SimpleNamespace
 
 PROGRAM = "build/release/bin/zorpsysinfosmbios2"
+INVENTORY = "build/release/bin/zorpinventory"
 DMIDECODE = "/usr/sbin/dmidecode"
 
 

@@ -26,6 +26,32 @@ def one_text_named_often(size):
     return dump([structure(1, 1, fields, [b"\x01" * size])])
 
 
+def named_device(handle, *texts):
+    """A module of 16 GB: its locator, bank, maker, serial number, asset tag and part number."""
+    fields = struct.pack("<HHHHHBBBBBHHBBBB", 0xFFFE, 0xFFFE, 64, 64, 0x4000, 9, 0, 1, 2, 26, 128, 3200, 3, 4, 5, 6)
+    return structure(17, handle, fields, [text.encode() for text in texts])
+
+
+def twins(count, turn):
+    """Devices that nothing but their order tells from each other."""
+    return dump(named_device(n, "Unknown", "Unknown", "Tindrel", "Unknown", "Unknown", "TM16") for n in range(count))
+
+
+def strangers(count, turn):
+    """No two devices have a text in common, nor has one of the first turn with any of the second."""
+    return dump(named_device(n, *(f"{text}{turn}-{n}" for text in ("A", "B", "M", "S", "T", "P"))) for n in range(count))
+
+
+def without_places(count, turn):
+    """What they say tells them apart; the second turn begins in their middle."""
+    first = turn * count // 2
+    return dump(named_device(n, "Unknown", "Unknown", "Tindrel", "Unknown", f"T{(first + n) % count}", "TM16")
+                for n in range(count))
+
+
+# Two tables each, of as many devices as asked for.
+CHANGES = {"all the same": twins, "all different": strangers, "without places": without_places}
+
 SHAPES = {
     "a text of control characters, named six times": lambda: one_text_named_often(0x100000),
     "structures of six bytes": lambda: dump(structure(17, n) for n in range(150_000)),
