@@ -5,9 +5,15 @@
 #include "services/messages.h"
 #include "services/utf8.h"
 
-// Where texts end is looked for in 16 bytes at a time.
+// Where texts end is looked for in 16 bytes at a time. The parser made so has a name of its own: elsewhere it is made
+// otherwise.
 #ifdef __SSE2__
 #    define RAPIDJSON_SSE2
+#    define RAPIDJSON_NAMESPACE rapidjson_sse2
+#    define RAPIDJSON_NAMESPACE_BEGIN                                                                                  \
+        namespace rapidjson_sse2                                                                                       \
+        {
+#    define RAPIDJSON_NAMESPACE_END }
 #endif
 #include <rapidjson/reader.h>
 
@@ -21,6 +27,9 @@ namespace zorpinventory::document
 namespace
 {
 
+#ifdef RAPIDJSON_SSE2
+namespace rapidjson = rapidjson_sse2;
+#endif
 using embedded_host::services::message;
 
 constexpr std::string_view kModule = "zorpsysinfosmbios2";
