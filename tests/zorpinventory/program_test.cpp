@@ -1,8 +1,8 @@
 // The program as users run it: sources, exit codes, and what stands on which output.
 #include "document/problem.h"
 #include "documents.h"
-#include "support/expected_file.h"
 #include "sources/child.h"
+#include "support/expected_file.h"
 #include "support/recorded_session.h"
 
 #include <cstdlib>
