@@ -31,6 +31,11 @@ else()
     install(FILES ${CMAKE_BINARY_DIR}/completions/_zorpinventory DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
     install(FILES ${CMAKE_BINARY_DIR}/completions/zorpinventory.fish
         DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+    if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+        # For whoever enables them.
+        install(FILES packaging/systemd/zorpinventory-record.service packaging/systemd/zorpinventory-record.timer
+            DESTINATION lib/systemd/system)
+    endif()
     install(FILES completions/_zorpsysinfosmbios2 DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
     install(FILES completions/zorpsysinfosmbios2.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()

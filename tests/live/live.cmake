@@ -16,6 +16,10 @@ endfunction()
 
 add_live_test(writes ${CMAKE_CURRENT_LIST_DIR}/writes.sh ${release_program} ${sample})
 
+add_live_test(history ${CMAKE_CURRENT_LIST_DIR}/history.py
+    ${PROJECT_SOURCE_DIR}/build/release/bin/zorpinventory ${sample})
+set_tests_properties(history PROPERTIES TIMEOUT 1200) # hundreds of recordings, and a disk that syncs each
+
 add_live_test(hardening ${CMAKE_CURRENT_LIST_DIR}/hardening.sh
     ${release_program} ${PROJECT_SOURCE_DIR}/build/release/bin/zorpinventory
     ${windows_program} ${PROJECT_SOURCE_DIR}/build/windows/bin/zorpinventory.exe)

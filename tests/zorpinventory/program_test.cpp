@@ -136,6 +136,68 @@ TEST(Inventory, FindingsReadWellInThreeLanguages)
                           program("check --at 2026-11-23 -l " + language + " " MACHINES_FOLDER "/sample.dmi").output);
 }
 
+TEST(Inventory, WhatIsRecordedIsASource)
+{
+    tests::Machine machine;
+    const TemporaryFolder folder;
+    const auto a = folder.file("a", machine.table()).string();
+    machine.dimms[1].serial.clear();
+    const auto b = folder.file("b", machine.table()).string();
+    const auto db = " --db " + (folder / "h.db").string();
+    const auto last = [](const Outcome& run) {
+        const auto line = run.errors.rfind("zorpinventory: ");
+        return line == std::string::npos ? run.errors : run.errors.substr(line);
+    };
+    EXPECT_EQ(program("log" + db).exitCode, 1) << "there is no history";
+    const auto first = program("record " + a + db + " --at 2026-10-01");
+    EXPECT_EQ(first.exitCode, 0);
+    EXPECT_TRUE(first.output.starts_with("first record of ")) << first.output;
+    const auto name = first.output.substr(16, first.output.rfind(':') - 16);
+    const auto second = program("record " + b + db + " --at 2026-10-02T08:30:00Z");
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_EQ(second.output, name + ": @2, changed since @1 of 2026-10-01T00:00:00Z:\n" +
+                                 "− Memory Device  A2, 16 GB, DDR4  serial 5E0082D1\n1 change\n");
+    EXPECT_EQ(program("record " + b + db + " --at 2026-10-03").exitCode, 0);
+    EXPECT_EQ(program("log" + db).output, name + "\n@3     2026-10-03T00:00:00Z  no changes\n" +
+                                              "@2     2026-10-02T08:30:00Z  − Memory Device A2\n" +
+                                              "@1     2026-10-01T00:00:00Z  first record\n");
+    EXPECT_EQ(program("log --since 2026-10-02 --until 2026-10-02" + db).output,
+              name + "\n@2     2026-10-02T08:30:00Z  − Memory Device A2\n");
+    EXPECT_EQ(program("diff @1 @latest" + db).output, program("diff " + a + " " + b).output);
+    EXPECT_EQ(program("diff @2026-10-01 " + a + db).exitCode, 0) << "a day counts to its end";
+    EXPECT_EQ(program("diff '" + name + "@2' @3" + db).exitCode, 0);
+    EXPECT_EQ(program("log --part 5E0082D1" + db).output,
+              "2026-10-01T00:00:00Z … 2026-10-01T00:00:00Z  Memory Device A2, " + name + "\n");
+    EXPECT_NE(program(a + db).output.find("changes since @3"), std::string::npos);
+
+    const std::pair<Outcome, std::string> cases[] = {
+        {program("diff @9" + db + " " + a), "the history has no @9 of " + name + "; log tells which there are"},
+        {program("log nobody" + db), "the history has no machine nobody; log --machines lists those that it has"},
+        {program("log --since yesterday" + db),
+         "\"yesterday\" is no time; write a day as 2026-11-01, or a time as 2026-11-01T08:30:00Z"},
+        {program("forget '" + name + "'" + db + " </dev/null"),
+         "nobody is there to be asked whether " + name + " is to be forgotten; say --yes"},
+        {program("record " + a + " --db /nonexistent/h.db"),
+         "cannot write /nonexistent/h.db: No such file or directory"},
+    };
+    for (const auto& [run, sentence] : cases) {
+        EXPECT_EQ(last(run), "zorpinventory: " + sentence + "\n");
+        EXPECT_EQ(run.exitCode, 2) << sentence;
+    }
+
+    // One bad file in a folder stops nothing.
+    std::filesystem::remove(folder / "h.db");
+    (void)folder.file("c", std::string_view("rubbish"));
+    const auto bulk = program("record -f json " + folder.path().string() + db);
+    EXPECT_EQ(bulk.exitCode, 2);
+    EXPECT_NE(bulk.errors.find("/c: is not an SMBIOS table in any known layout\nzorp"), std::string::npos)
+        << bulk.errors;
+    EXPECT_EQ(program("log" + db).output.find("@3"), std::string::npos);
+    EXPECT_NE(program("log" + db).output.find("@2"), std::string::npos) << bulk.output;
+    EXPECT_EQ(program("forget --yes '" + name + "'" + db).exitCode, 0);
+    EXPECT_EQ(program("log --machines" + db).exitCode, 1);
+}
+
 TEST(Inventory, HostileTextsDoNotReachATerminal)
 {
     tests::Machine machine;

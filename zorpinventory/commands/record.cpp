@@ -3,6 +3,7 @@
 
 #include "compare/changes.h"
 #include "document/problem.h"
+#include "platform/journal.h"
 #include "platform/surroundings.h"
 #include "tell/history.h"
 
@@ -27,9 +28,11 @@ constexpr Option kAt{.names = "--at",
                      .value = "TIME",
                      .says = translatable("when the machine was so, in UTC: 2026-11-01 or 2026-11-01T08:30:00Z; "
                                           "otherwise now")};
-constexpr Option kOptions[] = {commandline::kFormat,  kAt,
-                               commandline::kMachine, commandline::kDatabase,
-                               commandline::kOutput,  commandline::kLanguage};
+constexpr Option kJournal{.names = "--journal",
+                          .says = translatable("tell it to the system's journal instead of standard output")};
+constexpr Option kOptions[] = {
+    commandline::kFormat,  kAt, kJournal, commandline::kMachine, commandline::kDatabase, commandline::kOutput,
+    commandline::kLanguage};
 
 /// How far it is, on a terminal, for whoever waits longer than a second.
 class Progress
@@ -65,6 +68,44 @@ private:
     std::size_t done_ = 0;
 };
 
+/// A text in the making.
+class Text : public Output
+{
+public:
+    const std::string& text() const { return text_; }
+
+private:
+    void writeThrough(std::string_view text) override { text_ += text; }
+    void complete() override {}
+
+    std::string text_;
+};
+
+/// One entry for each record: what it is about and how much it matters has names and numbers that stay.
+void tellJournal(const tell::RecordChanges& recorded)
+{
+    constexpr const char* kRecorded = "0d8c1f5e7a3b4c6299e1b7d04a5f2c83";
+    constexpr const char* kChanged = "5c6f7a1b2de34a0f9b0d2e8c4f716a35";
+    constexpr const char* kInformation = "6";
+    constexpr const char* kWarning = "4";
+    Text text;
+    tell::recordedAsText(text, recorded, {});
+    text.finish();
+    const bool isChanged = !recorded.changes.empty();
+    const std::pair<std::string_view, std::string> fields[] = {{"MESSAGE", std::string(document::trimmed(text.text()))},
+                                                               {"MESSAGE_ID", isChanged ? kChanged : kRecorded},
+                                                               {"PRIORITY", isChanged ? kWarning : kInformation},
+                                                               {"SYSLOG_IDENTIFIER", "zorpinventory"},
+                                                               {"ZORP_MACHINE", recorded.record.machine},
+                                                               {"ZORP_RECORD", std::to_string(recorded.record.number)}};
+    try {
+        embedded_host::platform::tellJournal(fields);
+    } catch (const std::system_error& error) {
+        throw Problem(
+            message("cannot write %1: %2", message("the system's journal"), embedded_host::services::reason(error)));
+    }
+}
+
 /// Takes sightings, keeps them in portions, and tells what is kept.
 class Recorder
 {
@@ -73,7 +114,7 @@ public:
         : history_(history), output_(output), arguments_(arguments), json_(output),
           at_(time(arguments, kAt, history::Of::DaysBegin))
     {
-        if (!arguments.json())
+        if (!isJson())
             return;
         json_.beginObject();
         json_.member("format", "zorp-record-1");
@@ -89,7 +130,7 @@ public:
             [&](const std::string& sentence) { fail(sentence); });
         keep();
         progress_.clear();
-        if (arguments_.json()) {
+        if (isJson()) {
             json_.endArray();
             json_.endObject();
             json_.endLine();
@@ -107,6 +148,8 @@ public:
     std::exception_ptr untold() const { return untold_; }
 
 private:
+    bool isJson() const { return arguments_.json() && !arguments_.has(kJournal.key()); }
+
     void take(const sources::Sighting& sighting, const std::string& text)
     {
         constexpr std::size_t kMostSnapshots = 256;
@@ -160,7 +203,9 @@ private:
             recorded.changes = compare::changes(*a, *b);
         }
         anyChanged_ = anyChanged_ || !recorded.changes.empty();
-        if (untold_)
+        if (arguments_.has(kJournal.key()))
+            tellJournal(recorded);
+        if (untold_ || arguments_.has(kJournal.key()))
             return;
         progress_.clear();
         telling([&] {
