@@ -21,10 +21,11 @@ install_missing() {
 }
 
 # What building needs.
-build_packages=(cmake g++ gettext libboost1.81-dev libcli11-dev libsqlite3-dev libxxhash-dev ninja-build rapidjson-dev)
+build_packages=(cmake g++ gettext libboost1.81-dev libcli11-dev libgcrypt20-dev libsqlite3-dev libxxhash-dev ninja-build
+    rapidjson-dev)
 
 # What the Windows programs need on top of it. npm, which brings SQLite's source, may have come with Node.js.
-windows_packages=(g++-mingw-w64-x86-64-posix)
+windows_packages=(g++-mingw-w64-x86-64-posix libgcrypt-mingw-w64-dev)
 command -v npm >/dev/null || windows_packages+=(npm)
 
 # What the tests need on top of it, and what the live ones of them need.

@@ -35,6 +35,9 @@ Bytes readFile(const std::filesystem::path& path, std::size_t limit, std::size_t
 /// Whether the path itself is a symbolic link or another kind of signpost to elsewhere.
 bool isLink(const std::filesystem::path& path);
 
+/// Whether somebody beside its owner, and beside who may read everything, may read a file. Throws std::system_error.
+bool othersMayRead(const std::filesystem::path& path);
+
 /// Failures that the C library has no words for.
 enum class FileFault {
     DanglingLink = 1,

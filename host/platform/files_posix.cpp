@@ -142,6 +142,12 @@ bool isLink(const fs::path& path)
     return is_symlink(fs::symlink_status(path, ignored));
 }
 
+bool othersMayRead(const fs::path& path)
+{
+    // The group's bits are also the most that an access list gives.
+    return (fs::status(path).permissions() & (fs::perms::group_read | fs::perms::others_read)) != fs::perms::none;
+}
+
 OpenFile::~OpenFile()
 {
     if (isOpen())

@@ -8,6 +8,7 @@
 
 #include <windows.h>
 
+#include <aclapi.h>
 #include <sddl.h>
 
 namespace embedded_host::platform
@@ -78,6 +79,36 @@ bool isLink(const std::filesystem::path& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+}
+
+bool othersMayRead(const std::filesystem::path& path)
+{
+    PSID owner = nullptr;
+    PACL list = nullptr;
+    PSECURITY_DESCRIPTOR read = nullptr;
+    const DWORD error =
+        GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION,
+                              &owner, nullptr, &list, nullptr, &read);
+    if (error != ERROR_SUCCESS)
+        fail(error);
+    const std::unique_ptr<void, decltype(&LocalFree)> descriptor(read, LocalFree);
+    if (list == nullptr)
+        return true; // nobody is kept away
+    for (WORD i = 0; i < list->AceCount; ++i) {
+        void* entry = nullptr;
+        if (GetAce(list, i, &entry) == 0)
+            fail();
+        const auto* allowed = static_cast<const ACCESS_ALLOWED_ACE*>(entry);
+        if (allowed->Header.AceType != ACCESS_ALLOWED_ACE_TYPE ||
+            (allowed->Mask & (FILE_READ_DATA | GENERIC_READ | GENERIC_ALL)) == 0)
+            continue;
+        auto* whom = const_cast<DWORD*>(&allowed->SidStart);
+        if (EqualSid(whom, owner) == 0 && IsWellKnownSid(whom, WinLocalSystemSid) == 0 &&
+            IsWellKnownSid(whom, WinBuiltinAdministratorsSid) == 0 &&
+            IsWellKnownSid(whom, WinCreatorOwnerRightsSid) == 0)
+            return true;
+    }
+    return false;
 }
 
 OpenFile::~OpenFile()

@@ -39,6 +39,11 @@ void putLittleEndian(Bytes& bytes, std::size_t offset, std::size_t width, std::u
         bytes[offset + i] = static_cast<unsigned char>(value);
 }
 
+void putAnchor(Bytes& bytes, std::size_t offset, std::string_view anchor)
+{
+    std::ranges::copy(anchor, bytes.begin() + static_cast<std::ptrdiff_t>(offset));
+}
+
 /// Sets the checksum byte so that `length` bytes from `start` on sum up to 0.
 void makeSumZero(Bytes& bytes, std::size_t start, std::size_t length, std::size_t checksum)
 {
@@ -52,6 +57,9 @@ using services::translatable;
 constexpr const char* kWrongLength = translatable("the length byte of its %1 entry point is wrong");
 constexpr const char* kCutShort = translatable("its %1 entry point is cut short");
 constexpr const char* kWrongChecksum = translatable("the checksum of its %1 entry point is wrong");
+
+/// Five bytes of a 32-bit entry point that the standard reserves for a revision that never came.
+constexpr std::size_t kFormattedArea = 0x0B;
 
 /// A reserved byte, 0 in what firmware makes. Our own dumps tell there in which form their version is shown when it
 /// did not come from a 64-bit entry point.
@@ -223,34 +231,53 @@ Bytes dumpEntryPoint(const EntryPoint& original, std::size_t tableLength)
     return bytes;
 }
 
+void clearSpareBytes(EntryPoint& entryPoint)
+{
+    auto& bytes = entryPoint.bytes;
+    const auto clear = [&](std::size_t from, std::size_t to) {
+        std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(from), bytes.begin() + static_cast<std::ptrdiff_t>(to),
+                  static_cast<unsigned char>(0));
+    };
+    if (startsWith(bytes, kAnchor64)) {
+        bytes[kFormMark] = static_cast<unsigned char>(entryPoint.version.form);
+        clear(kLength64, bytes.size());
+    } else if (startsWith(bytes, kAnchor32)) {
+        clear(kFormattedArea, kIntermediate);
+    }
+}
+
+EntryPoint entryPointWithoutCount(const Version& version)
+{
+    EntryPoint made;
+    made.version = version;
+    made.promisesLength = false;
+    made.bytes.resize(kLength64);
+    putAnchor(made.bytes, 0, kAnchor64);
+    made.bytes[0x06] = kLength64;
+    made.bytes[0x07] = version.major;
+    made.bytes[0x08] = version.minor;
+    made.bytes[0x09] = version.revision;
+    made.bytes[0x0A] = 1; // revision of the entry point
+    made.bytes[kFormMark] = static_cast<unsigned char>(version.form);
+    return made;
+}
+
 Bytes dumpEntryPoint(const Version& version, std::size_t tableLength, std::size_t structures,
                      std::size_t longestStructure)
 {
-    EntryPoint made;
-    const auto put = [&](std::size_t offset, std::string_view anchor) {
-        std::ranges::copy(anchor, made.bytes.begin() + static_cast<std::ptrdiff_t>(offset));
-    };
     const bool fits32 = tableLength <= 0xFFFF && structures <= 0xFFFF;
-    if (version.form == Version::Form::TwoPart && fits32) {
-        made.bytes.resize(kLength32);
-        put(0, kAnchor32);
-        made.bytes[0x05] = kLength32;
-        made.bytes[0x06] = version.major;
-        made.bytes[0x07] = version.minor;
-        putLittleEndian(made.bytes, 0x08, 2, std::min<std::size_t>(longestStructure, 0xFFFF));
-        put(kIntermediate, kAnchorLegacy);
-        putLittleEndian(made.bytes, 0x1C, 2, structures);
-        made.bytes[0x1E] = static_cast<unsigned char>(version.major << 4 | (version.minor & 0x0F));
-    } else {
-        made.bytes.resize(kLength64);
-        put(0, kAnchor64);
-        made.bytes[0x06] = kLength64;
-        made.bytes[0x07] = version.major;
-        made.bytes[0x08] = version.minor;
-        made.bytes[0x09] = version.revision;
-        made.bytes[0x0A] = 1; // revision of the entry point
-        made.bytes[kFormMark] = static_cast<unsigned char>(version.form);
-    }
+    if (version.form != Version::Form::TwoPart || !fits32)
+        return dumpEntryPoint(entryPointWithoutCount(version), tableLength);
+    EntryPoint made;
+    made.bytes.resize(kLength32);
+    putAnchor(made.bytes, 0, kAnchor32);
+    made.bytes[0x05] = kLength32;
+    made.bytes[0x06] = version.major;
+    made.bytes[0x07] = version.minor;
+    putLittleEndian(made.bytes, 0x08, 2, std::min<std::size_t>(longestStructure, 0xFFFF));
+    putAnchor(made.bytes, kIntermediate, kAnchorLegacy);
+    putLittleEndian(made.bytes, 0x1C, 2, structures);
+    made.bytes[0x1E] = static_cast<unsigned char>(version.major << 4 | (version.minor & 0x0F));
     return dumpEntryPoint(made, tableLength);
 }
 

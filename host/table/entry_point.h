@@ -77,6 +77,13 @@ constexpr std::size_t kDumpTableOffset = 0x20;
 /// The entry point of a dump: this one, padded, with the table behind it and its checksums made right.
 Bytes dumpEntryPoint(const EntryPoint& original, std::size_t tableLength);
 
+/// Sets to 0 what an entry point holds without telling of the table: reserved bytes, and what a later revision
+/// appended.
+void clearSpareBytes(EntryPoint& entryPoint);
+
+/// An entry point for a table that came without one and ends where a table without an announced count does.
+EntryPoint entryPointWithoutCount(const Version& version);
+
 /// The entry point of a dump whose table came without one.
 Bytes dumpEntryPoint(const Version& version, std::size_t tableLength, std::size_t structures,
                      std::size_t longestStructure);

@@ -154,13 +154,19 @@ StructurePlace Image::place(std::uint32_t offset) const
     return {offset, table[offset], table[offset + 1], handleAt(table, offset)};
 }
 
+std::vector<StructurePlace> Image::inOrder() const
+{
+    std::vector<StructurePlace> all;
+    for (const auto offset : offsets_)
+        all.push_back(place(offset));
+    std::ranges::sort(all, {}, &StructurePlace::offset);
+    return all;
+}
+
 std::vector<StructurePlace> Image::withoutDevice() const
 {
-    std::vector<StructurePlace> others;
-    for (const auto offset : offsets_)
-        if (!hasDevice_[offset])
-            others.push_back(place(offset));
-    std::ranges::sort(others, {}, &StructurePlace::offset);
+    auto others = inOrder();
+    std::erase_if(others, [&](const StructurePlace& structure) { return hasDevice_[structure.offset]; });
     return others;
 }
 

@@ -70,10 +70,16 @@ public:
     /// All other structures, in table order.
     std::vector<StructurePlace> withoutDevice() const;
 
+    /// All structures, in table order: each begins where the one before it ends.
+    std::vector<StructurePlace> inOrder() const;
+
     const Version& version() const { return raw_.version; }
 
     /// Bytes of the table.
     std::size_t length() const { return length_; }
+
+    /// The table, without what stands in front of it and behind it.
+    View bytes() const { return View(raw_.bytes).subspan(raw_.start, length_); }
 
     /// All bytes, the zeros behind the table among them.
     View memory() const { return raw_.bytes; }
@@ -94,9 +100,6 @@ private:
         std::uint32_t offset;
         unsigned char type;
     };
-    /// The table, without what stands in front of it and behind it.
-    View bytes() const { return View(raw_.bytes).subspan(raw_.start, length_); }
-
     std::vector<Found> walk(Faults& faults);
     void index(const std::vector<Found>& found);
 

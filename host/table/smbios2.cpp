@@ -193,7 +193,8 @@ bool Smbios2::saveTableToFile(const lum::String& path)
     try {
         if (!image)
             throw std::runtime_error(services::message("%1: not written, there is no table in memory", path.bytes()));
-        table::writeDump(*image, platform::pathFromUtf8(path.bytes()));
+        table::writeDump(image->dump(), platform::pathFromUtf8(path.bytes()), table::Replaces::Dumps,
+                         platform::Readers::Owner);
         saved = true;
     } catch (const std::runtime_error& failure) {
         table::report(services::kError, failure.what());

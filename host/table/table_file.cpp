@@ -114,8 +114,8 @@ std::optional<EntryPoint> entryPointBeside(const std::filesystem::path& table, F
     }
 }
 
-/// Why a file must not be overwritten; empty when it may.
-std::string refusalToReplace(const std::filesystem::path& path)
+/// Why what stands at the path must not be overwritten; empty when it may, or nothing stands there.
+std::string refusalToReplace(const std::filesystem::path& path, Replaces replaces)
 {
     std::error_code error;
     if (platform::isLink(path))
@@ -128,9 +128,9 @@ std::string refusalToReplace(const std::filesystem::path& path)
         return error ? reason(std::system_error(error)) : message("it is not a regular file");
     try {
         const auto file = platform::readFile(path, kLargestFile);
-        if (const auto found = readEntryPoint(file).entryPoint; found && hasPlaceFor(*found, file))
-            return {};
-        return message("it exists and is not an SMBIOS dump");
+        if (const auto found = readEntryPoint(file).entryPoint; !found || !hasPlaceFor(*found, file))
+            return message("it exists and is not an SMBIOS dump");
+        return replaces == Replaces::Dumps ? std::string() : message("it exists");
     } catch (const std::system_error& unreadable) {
         return message("it exists and cannot be read: %1", reason(unreadable));
     }
@@ -196,17 +196,17 @@ RawTable readTableFile(const std::filesystem::path& given, Faults& faults)
     }
 }
 
-void writeDump(const Image& image, const std::filesystem::path& path)
+void writeDump(const Bytes& dump, const std::filesystem::path& path, Replaces replaces, platform::Readers readers)
 {
     const auto name = platform::utf8FromPath(path);
     const auto mayReplace = [&](const std::filesystem::path& there) {
-        if (const auto refusal = refusalToReplace(there); !refusal.empty())
+        if (const auto refusal = refusalToReplace(there, replaces); !refusal.empty())
             throw std::runtime_error(message("%1: not overwritten, %2", name, refusal));
     };
     mayReplace(path);
     try {
-        platform::AtomicFile file(path, platform::Readers::Owner);
-        file.write(image.dump());
+        platform::AtomicFile file(path, readers);
+        file.write(dump);
         file.commit(mayReplace);
     } catch (const std::system_error& error) {
         throw std::runtime_error(message("%1: not written, %2", name, reason(error)));

@@ -28,8 +28,11 @@ RawTable joined(EntryPoint entryPoint, Bytes bytes, const std::string& name, Fau
 /// TableError when it is none.
 RawTable readWindowsBlock(Bytes block, const std::string& name, Faults& faults);
 
-/// Writes a dump: whole or not at all, for its owner only. A symbolic link, and anything that is no dump, is not
-/// overwritten. Throws std::runtime_error with the reason.
-void writeDump(const Image& image, const std::filesystem::path& path);
+/// What a dump may take the place of.
+enum class Replaces { Nothing, Dumps };
+
+/// Writes a dump: whole or not at all. A symbolic link, and anything that is no dump, is never overwritten. Throws
+/// std::runtime_error with the reason.
+void writeDump(const Bytes& dump, const std::filesystem::path& path, Replaces replaces, platform::Readers readers);
 
 } // namespace embedded_host::table

@@ -279,4 +279,59 @@ TEST(Inventory, AProgramThatGoesTooFarIsEnded)
     }
 }
 
+TEST(Inventory, AnAnonymisedTableIsHandedOverOrOneSentenceIs)
+{
+    namespace fs = std::filesystem;
+    const TemporaryFolder folder;
+    const auto path = [&](const char* name) { return (folder / name).string(); };
+    const auto table = folder.file("table.dmi", tests::Machine().table()).string();
+    const auto rubbish = folder.file("rubbish", std::string_view("rubbish")).string();
+    folder.file("empty", std::string_view());
+    fs::permissions(folder.file("open", std::string_view("secret")), fs::perms::owner_read | fs::perms::group_read);
+    fs::permissions(folder.file("key", std::string_view("secret")), fs::perms::owner_read);
+    fs::create_symlink("nowhere", folder / "link");
+    fs::create_hard_link(table, folder / "same");
+
+    const auto run = program("anonymize " + table + " " + path("copy") + " --key " + path("key"));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors, "zorpinventory: replaced: serial numbers and asset tags: 6, UUIDs: 1, numbers and dates of "
+                          "batteries: 0, OEM strings and options: 0, strings of makers' structures: 0, secrets found "
+                          "elsewhere: 0\n");
+    const auto copy = tests::readBytes(path("copy"));
+
+    const std::string kExists = " exists; name another file, or add --force if it is a dump to be replaced";
+    const std::pair<std::string, std::string> cases[] = {
+        {"/nonexistent " + path("new"),
+         "/nonexistent: No such file or directory; name a saved table or a folder such as /sys/firmware/dmi/tables"},
+        {rubbish + " " + path("new"), rubbish + ": is not an SMBIOS table in any known layout; name a saved table or a "
+                                                "folder such as /sys/firmware/dmi/tables"},
+        {table + " " + table, table + " is the table itself; name another file for the copy"},
+        {table + " --force " + path("same"), path("same") + " is the table itself; name another file for the copy"},
+        {table + " " + path("copy"), path("copy") + kExists},
+        {table + " " + path("link"), path("link") + kExists},
+        {table + " --force " + rubbish, rubbish + ": not overwritten, it exists and is not an SMBIOS dump"},
+        {table + " --force " + path("link"),
+         path("link") + ": not overwritten, it is a symbolic link to a file that does not exist"},
+        {table + " /nonexistent/new", "/nonexistent/new: not written, No such file or directory"},
+        {table + " " + path("new") + " --key " + path("empty"),
+         "the key " + path("empty") + " is empty; write at least 16 random bytes to it"},
+        {table + " " + path("new") + " --key " + path("open"),
+         "the key " + path("open") +
+             " may be read by others, who could find out secrets by trying; let only its owner read it"},
+        {table + " " + path("new") + " --key " + path("none"),
+         "cannot read the key " + path("none") + ": No such file or directory"},
+        {table, "anonymize needs one more source: TABLE OUT (--help lists what there is)"},
+    };
+    for (const auto& [arguments, sentence] : cases) {
+        const auto refused = program("anonymize " + arguments);
+        EXPECT_EQ(refused.errors, "zorpinventory: " + sentence + "\n");
+        EXPECT_EQ(refused.exitCode, 2) << sentence;
+        EXPECT_FALSE(exists(folder / "new")) << sentence;
+    }
+    EXPECT_EQ(tests::readBytes(path("copy")), copy);
+    EXPECT_EQ(program("anonymize --force " + table + " " + path("copy")).exitCode, 0);
+    EXPECT_NE(tests::readBytes(path("copy")), copy);
+}
+
 } // namespace

@@ -15,7 +15,7 @@ using embedded_host::services::message;
 
 std::span<const commandline::Command> all()
 {
-    static const commandline::Command kAll[] = {kSummary, kShow, kDiff, kRecord, kLog, kForget, kCheck};
+    static const commandline::Command kAll[] = {kSummary, kShow, kDiff, kRecord, kLog, kForget, kCheck, kAnonymize};
     return kAll;
 }
 

@@ -25,6 +25,7 @@ extern const commandline::Command kCheck;
 extern const commandline::Command kRecord;
 extern const commandline::Command kLog;
 extern const commandline::Command kForget;
+extern const commandline::Command kAnonymize;
 
 /// Whoever read standard output has gone away, which is no fault.
 struct ReaderGone : std::exception

@@ -1,0 +1,13 @@
+# The target keyed_hash: libgcrypt, which brings no file of its own for CMake.
+add_library(keyed_hash INTERFACE)
+target_link_libraries(keyed_hash INTERFACE -lgcrypt -lgpg-error)
+if(WIN32)
+    target_link_libraries(keyed_hash INTERFACE ws2_32 advapi32)
+endif()
+if(NOT CMAKE_CROSSCOMPILING)
+    find_path(GCRYPT_HEADERS gcrypt.h)
+    find_library(GCRYPT_LIBRARY gcrypt)
+    if(NOT GCRYPT_HEADERS OR NOT GCRYPT_LIBRARY)
+        message(FATAL_ERROR "libgcrypt is missing: install the packages named in the README")
+    endif()
+endif()
