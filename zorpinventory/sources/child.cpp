@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <utility>
 
 namespace zorpinventory::sources
 {
@@ -26,9 +27,16 @@ using embedded_host::services::message;
 namespace
 {
 
-/// Runs a program; `take` gets its output in pieces and tells whether that is too much.
+/// What a piece of output means for the program that printed it.
+enum class Verdict {
+    GoOn,
+    BeginAnew, ///< it has done something, and is given the whole time again
+    TooMuch,
+};
+
+/// Runs a program; `take` gets its output in pieces.
 void run(const std::filesystem::path& program, const std::vector<std::string>& arguments, const std::string& input,
-         std::chrono::seconds limit, const std::function<bool(std::string_view piece)>& take)
+         std::chrono::seconds limit, const std::function<Verdict(std::string_view piece)>& take)
 {
     namespace process = boost::process;
     const auto name = embedded_host::platform::utf8FromPath(program.filename());
@@ -54,11 +62,14 @@ void run(const std::filesystem::path& program, const std::vector<std::string>& a
                              [&](const boost::system::error_code&, std::size_t) { list.close(); });
     std::array<char, 0x10000> piece{};
     bool tooLong = false;
-    bool isAlive = true;
+    const auto fromNow = [&] { return std::chrono::steady_clock::now() + limit; };
+    auto deadline = fromNow();
     std::function<void()> readOn = [&] {
         output.async_read_some(boost::asio::buffer(piece), [&](const auto& error, std::size_t size) {
-            isAlive = true;
-            tooLong = take({piece.data(), size});
+            const auto verdict = take({piece.data(), size});
+            tooLong = verdict == Verdict::TooMuch;
+            if (verdict == Verdict::BeginAnew)
+                deadline = fromNow();
             if (tooLong)
                 events.stop();
             else if (!error)
@@ -66,10 +77,8 @@ void run(const std::filesystem::path& program, const std::vector<std::string>& a
         });
     };
     readOn();
-    while (isAlive && !events.stopped()) {
-        isAlive = false;
-        events.run_for(limit);
-    }
+    while (!events.stopped() && std::chrono::steady_clock::now() < deadline)
+        events.run_until(deadline);
     const bool tooSlow = !events.stopped();
     if (tooSlow || tooLong)
         child.terminate(failure);
@@ -88,7 +97,7 @@ std::string outputOf(const std::filesystem::path& program, const std::vector<std
     std::string all;
     run(program, arguments, {}, limits.time, [&](std::string_view piece) {
         all += piece;
-        return all.size() > limits.bytes;
+        return all.size() > limits.bytes ? Verdict::TooMuch : Verdict::GoOn;
     });
     return all;
 }
@@ -98,12 +107,14 @@ void eachLineOf(const std::filesystem::path& program, const std::vector<std::str
 {
     std::string line;
     run(program, arguments, input, limits.time, [&](std::string_view piece) {
+        auto verdict = Verdict::GoOn;
         for (;;) {
             const auto end = piece.find('\n');
             line += piece.substr(0, end);
             if (end == std::string_view::npos)
-                return line.size() > limits.bytes;
+                return line.size() > limits.bytes ? Verdict::TooMuch : verdict;
             take(std::exchange(line, {}));
+            verdict = Verdict::BeginAnew;
             piece.remove_prefix(end + 1);
         }
     });

@@ -14,8 +14,8 @@ namespace zorpinventory::sources
 /// How far a program may go before it is ended.
 struct Limits
 {
-    std::chrono::seconds time; ///< without a sign of life
-    std::size_t bytes;         ///< of one output, or of one line where lines are taken
+    std::chrono::seconds time; ///< for one output, or for one line where lines are taken
+    std::size_t bytes;         ///< of the same
 };
 
 /// Runs a program without a shell and returns what it prints on standard output, which is read while it runs; its
