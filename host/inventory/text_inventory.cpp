@@ -22,6 +22,7 @@ using outline::Role;
 using services::message;
 using services::translatable;
 using NumberKind = lum::Number::Kind;
+using placeholders::trimmed;
 
 /// The module's own words, the same in every language.
 constexpr std::string_view kUnknown = "UNKNOWN";
@@ -36,16 +37,6 @@ bool isInTier(const Property& property)
     const auto& categories = property.categories;
     return !categories.contains(Category::Internal()) &&
            (categories.contains(Category::Tier1()) || categories.contains(Category::Tier2()));
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 std::string_view bytesOf(const orb5::OrbString& text) { return text.lumString().bytes(); }

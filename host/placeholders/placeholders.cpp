@@ -140,16 +140,6 @@ bool isNumbering(std::string_view word, std::string_view rest)
     return isDigit(word.front()) ? word.size() <= 3 : word.size() == 1 && !rest.empty() && isDigit(rest.front());
 }
 
-std::string_view withoutBlanksAround(std::string_view text)
-{
-    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 /// Whether all words of a text are among the known ones; numbers beside them do not count.
 bool saysNothing(std::string_view text, Kind kind)
 {
@@ -223,6 +213,16 @@ bool isNoUuid(std::string_view text)
 
 } // namespace
 
+std::string_view trimmed(std::string_view text)
+{
+    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 bool isBlank(std::string_view text)
 {
     skipPunctuation(text);
@@ -231,7 +231,7 @@ bool isBlank(std::string_view text)
 
 bool isPlaceholder(std::string_view text, Kind kind)
 {
-    text = withoutBlanksAround(text);
+    text = trimmed(text);
     if (kind == Kind::Uuid)
         return isNoUuid(text) || isNoSerial(text);
     return saysNothing(text, kind) || (kind == Kind::Serial && isNoSerial(text));

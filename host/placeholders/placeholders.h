@@ -14,6 +14,9 @@ enum class Kind {
     Uuid,   ///< sixteen bytes in hexadecimal, in either byte order, with any punctuation
 };
 
+/// The text without the blanks, tabs and line breaks around it.
+std::string_view trimmed(std::string_view text);
+
 /// Whether there is nothing in the text but blanks, punctuation, control characters and what is no UTF-8.
 bool isBlank(std::string_view text);
 
