@@ -191,7 +191,7 @@ history::History openedHistory(const Place& place)
     const auto file = place.file();
     if (!file.empty() && !history::History::exists(file))
         throw Problem(message("there is no history in %1; record begins one", utf8FromPath(file)));
-    return history::History(file, history::Access::Ask);
+    return {file, history::Access::Ask};
 }
 
 Sighting seeRecord(const std::string& source, const RecordName& name, const Place& place)
