@@ -64,11 +64,12 @@ void machinesAsText(Output& output, const std::vector<history::Machine>& machine
 void staysAsText(Output& output, const std::vector<history::Stay>& stays)
 {
     for (const auto& stay : stays) {
-        auto what = kindName(knowledge::kindOf(stay.type));
+        std::string line = printable(stay.from);
+        line.append(" … ").append(stay.still ? message("%1, still there", printable(stay.to)) : printable(stay.to));
+        line.append("  ").append(kindName(knowledge::kindOf(stay.type)));
         if (stay.place)
-            what += " " + printable(*stay.place);
-        const auto to = stay.still ? message("%1, still there", printable(stay.to)) : printable(stay.to);
-        output.write(printable(stay.from) + " … " + to + "  " + what + ", " + printable(stay.machine) + "\n");
+            line.append(" ").append(printable(*stay.place));
+        output.write(line.append(", ").append(printable(stay.machine)).append("\n"));
     }
 }
 

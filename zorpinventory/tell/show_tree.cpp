@@ -241,14 +241,15 @@ std::string Tree::headline(const Device& device, bool vacant)
 
     std::string parts;
     const auto tell = [&](const std::string& text) { parts += (parts.empty() || text.empty() ? "" : ", ") + text; };
-    for (const auto& [property, label] : telling) {
-        forEachText(*property, [&](const Told& told) {
+    for (const auto& special : telling) {
+        const auto& label = *special.label;
+        forEachText(*special.property, [&](const Told& told) {
             const auto text = trimmed(told.text);
             const bool isPlace =
-                label->manner.kind == placeholders::Kind::Place && told.code.empty() && told.number.empty();
-            if (isNothing(label->manner, told) || isRepeated(*label, device, text) || (vacant && !isPlace))
+                label.manner.kind == placeholders::Kind::Place && told.code.empty() && told.number.empty();
+            if (isNothing(label.manner, told) || isRepeated(label, device, text) || (vacant && !isPlace))
                 return;
-            const bool isSerial = label->manner.kind == placeholders::Kind::Serial;
+            const bool isSerial = label.manner.kind == placeholders::Kind::Serial;
             tell(isSerial ? message("serial %1", text) : std::string(trimmed(translated(told))));
         });
     }
