@@ -90,9 +90,13 @@ std::chrono::year_month_day dayOf(const std::string& text)
     return date;
 }
 
-checks::Level levelOf(const std::string& name)
+/// A warning unless another is asked for.
+checks::Level levelOf(const std::optional<std::string>& name)
 {
-    return *std::ranges::find(checks::kLevels, name, [](auto level) { return std::string(tell::nameOf(level)); });
+    for (const auto level : checks::kLevels)
+        if (name == tell::nameOf(level))
+            return level;
+    return checks::Level::Warning;
 }
 
 Exit run(const Arguments& arguments)
@@ -121,7 +125,7 @@ Exit run(const Arguments& arguments)
         else
             tell::findingsAsText(output, findings, looks(arguments));
     });
-    const auto level = levelOf(arguments.value(kLevel.key()).value_or("warning"));
+    const auto level = levelOf(arguments.value(kLevel.key()));
     return std::ranges::any_of(findings, [&](const auto& finding) { return finding.level <= level; }) ? Exit::Otherwise
                                                                                                       : Exit::Good;
 }

@@ -195,7 +195,7 @@ std::vector<std::string> supplies(const std::vector<summary::Supply>& all)
 /// How much the rules found, and what tells more; nothing where there is nothing.
 std::vector<std::string> findings(const checks::Counts& counts, const std::string& source)
 {
-    if (counts == checks::Counts())
+    if (std::ranges::all_of(counts, [](auto count) { return count == 0; }))
         return {};
     return {countsText(counts), message("%1 tells more", joined({"zorpinventory check", printable(source)}, " "))};
 }
