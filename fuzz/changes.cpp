@@ -79,6 +79,9 @@ void turnRound(const std::string& text, const Options& options)
     json.Parse(text.data(), text.size());
     if (json.HasParseError())
         return; // a number too large for it
+    const auto devices = json.FindMember("devices");
+    if (devices == json.MemberEnd())
+        return;
     const auto written = [&] {
         rapidjson::StringBuffer buffer;
         rapidjson::Writer writer(buffer);
@@ -86,7 +89,7 @@ void turnRound(const std::string& text, const Options& options)
         return document::read({buffer.GetString(), buffer.GetSize()}, "written");
     };
     const auto before = written();
-    std::reverse(json["devices"].Begin(), json["devices"].End());
+    std::reverse(devices->value.Begin(), devices->value.End());
     fuzz::expect(compare::changes(before, written(), options).empty(), "a document differs from itself turned round");
 }
 
