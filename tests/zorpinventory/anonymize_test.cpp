@@ -150,7 +150,7 @@ TEST(Anonymize, NothingOfWhatWasPlantedIsLeft)
             for (const auto& each : secrets)
                 EXPECT_FALSE(holds(copy, each)) << each;
             const Bytes uuid = bytesOf(kUuid);
-            EXPECT_TRUE(std::ranges::search(copy, uuid).empty());
+            EXPECT_EQ(std::search(copy.begin(), copy.end(), uuid.begin(), uuid.end()), copy.end());
             EXPECT_EQ(kinds(inventoryOf(copy)), kinds(inventoryOf(image)));
         }
     }
@@ -201,10 +201,11 @@ TEST(Anonymize, FaultsStay)
             Bytes bytes(whole.begin(), whole.end() - static_cast<std::ptrdiff_t>(cut));
             if (layout == "raw" && cut < 2)
                 continue; // without its end it looks like a table all the same
+            const bool isBlock = layout.starts_with("windows");
             const auto sameButForBlocks = [&](std::string text) {
                 // A dump of what came without an entry point has none that promises a length.
                 const auto line = text.find("fault length-differs");
-                if (layout.starts_with("windows") && line != std::string::npos)
+                if (isBlock && line != std::string::npos)
                     text.erase(line, text.find('\n', line) + 1 - line);
                 return text;
             };
@@ -274,7 +275,8 @@ TEST(Anonymize, MakersStructuresKeepWhatIsShownOfThem)
     EXPECT_EQ(kinds(inventoryOf(copy)), kinds(inventoryOf(image)));
     EXPECT_TRUE(stringsOf(copy, 131).starts_with("Lenovo System Metrics|"));
     EXPECT_FALSE(holds(copy, "Quillet") || holds(copy, "20190930") || holds(copy, "Tindrel"));
-    EXPECT_FALSE(std::ranges::search(copy, Bytes{0x0F, 0x20}).size() == 2);
+    const Bytes planted{0x0F, 0x20};
+    EXPECT_EQ(std::search(copy.begin(), copy.end(), planted.begin(), planted.end()), copy.end());
     EXPECT_EQ(copyOf(image, {.key = {}, .keepMakers = true}), image);
 }
 
