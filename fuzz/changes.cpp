@@ -79,9 +79,7 @@ void turnRound(const std::string& text, const Options& options)
     json.Parse(text.data(), text.size());
     if (json.HasParseError())
         return; // a number too large for it
-    const auto devices = json.FindMember("devices");
-    if (devices == json.MemberEnd())
-        return;
+    auto& devices = json.FindMember("devices")->value; // a document that was read has them
     const auto written = [&] {
         rapidjson::StringBuffer buffer;
         rapidjson::Writer writer(buffer);
@@ -89,7 +87,7 @@ void turnRound(const std::string& text, const Options& options)
         return document::read({buffer.GetString(), buffer.GetSize()}, "written");
     };
     const auto before = written();
-    std::reverse(devices->value.Begin(), devices->value.End());
+    std::reverse(devices.Begin(), devices.End());
     fuzz::expect(compare::changes(before, written(), options).empty(), "a document differs from itself turned round");
 }
 
