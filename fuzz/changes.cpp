@@ -79,7 +79,8 @@ void turnRound(const std::string& text, const Options& options)
     json.Parse(text.data(), text.size());
     if (json.HasParseError())
         return; // a number too large for it
-    auto& devices = json.FindMember("devices")->value; // a document that was read has them
+    // A document that was read has them.
+    auto& devices = json.FindMember("devices")->value;
     const auto written = [&] {
         rapidjson::StringBuffer buffer;
         rapidjson::Writer writer(buffer);
